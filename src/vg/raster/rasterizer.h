@@ -1,0 +1,32 @@
+#pragma once
+
+#include "vg/raster/draw_params.h"
+#include "vg/raster/sweep.h"
+#include "vg/raster/to_fixed.h"
+
+namespace vg::raster {
+
+/// Fills polygons. Owns the work buffers, which grow as needed and are kept for the next draw.
+class Rasterizer {
+public:
+    /// Draws the filled polygon. False when memory runs out; the surface may then be drawn on in
+    /// part, and the next call starts afresh.
+    [[nodiscard]] bool fill(const FillParams& params) noexcept;
+
+    /// Gives back the memory that the last fill did not use.
+    void shrinkBuffers() noexcept;
+
+private:
+    FixedTransform transform_;
+    FixedPolygon fixed_;
+    Sweep sweep_;
+};
+
+/// The premultiplied pixel of a colour as 0xAARRGGBB: components clamped to 0..1, premultiplied in
+/// float, times 255 plus 0.5, truncated.
+uint32_t packPremultiplied(const float rgba[4]) noexcept;
+
+/// Stores `pixel` in every pixel of the rectangle that lies on the surface.
+void clearRect(const PixelSurface& surface, const PixelRect& rect, uint32_t pixel) noexcept;
+
+}  // namespace vg::raster

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "vg/raster/polygon_clip.h"
+
+namespace vg::raster {
+
+/// Brings polygons from path user space into clipped surface coordinates.
+class FixedTransform {
+public:
+    /// Replaces `fixed` by the polygon under the matrix, inside the clip. False when memory runs
+    /// out.
+    [[nodiscard]] bool run(const Polygon& polygon, const Affine& userToSurface,
+                           const PixelRect& clip, FixedPolygon& fixed) noexcept;
+
+    void shrinkToFit() noexcept;
+
+private:
+    /// Fills scaled_; true when every point lies inside the limits.
+    bool transform(const Polygon& polygon, const Affine& userToSurface,
+                   const ClipLimits& limits) noexcept;
+    [[nodiscard]] bool clipContours(const Polygon& polygon, const ClipLimits& limits,
+                                    FixedPolygon& fixed) noexcept;
+    [[nodiscard]] bool roundAll(const Polygon& polygon, FixedPolygon& fixed) noexcept;
+
+    base::Array<Point> scaled_;  ///< 1/32 pixel, not rounded
+    PolygonClipper clipper_;
+};
+
+}  // namespace vg::raster
