@@ -1,0 +1,40 @@
+#include "vg/context.h"
+
+#include <utility>
+
+#include "base/finite.h"
+#include "vg/paint.h"
+#include "vg/path.h"
+
+namespace vg {
+
+void StrokeState::updateDerived() noexcept {
+    halfWidth = lineWidth * 0.5F;
+    miterLength = base::finite(halfWidth * miterLimit);
+    miterLengthSquared = base::finite(miterLength * miterLength);
+}
+
+Path* Context::findPath(VGPath handle) const noexcept {
+    return static_cast<Path*>(shared->objects.find(handle, contextId, ObjectKind::kPath));
+}
+
+Paint* Context::findPaint(VGPaint handle) const noexcept {
+    return static_cast<Paint*>(shared->objects.find(handle, contextId, ObjectKind::kPaint));
+}
+
+void Context::recoverMemory() noexcept {
+    scissorRects.shrinkToFit();
+    stroke.dashPattern.shrinkToFit();
+    stroke.effectiveDashes.shrinkToFit();
+    stroker.shrinkBuffers();
+    strokeOutline.shrinkToFit();
+    rasterizer.shrinkBuffers();
+}
+
+}  // namespace vg
+
+VGErrorCode vgGetError() {
+    vg::Context* context = vg::currentPair();
+    if (context == nullptr) return VG_NO_CONTEXT_ERROR;
+    return std::exchange(context->error, VG_NO_ERROR);
+}

@@ -1,0 +1,131 @@
+#pragma once
+
+#include <cstdint>
+
+#include "base/array.h"
+#include "vg/config_file.h"
+#include "vg/engine.h"
+#include "vg/matrix.h"
+#include "vg/object_handles.h"
+#include "vg/raster/rasterizer.h"
+#include "vg/stroker.h"
+#include "vg/tolerance.h"
+#include "vg/vg.h"
+
+namespace vg {
+
+struct Paint;
+struct Path;
+
+/// Objects shared by a family of contexts.
+struct SharedResources {
+    uint32_t references = 1;
+    ObjectTable objects;
+};
+
+/// Stroke parameters as set, and the values derived from them.
+struct StrokeState {
+    float lineWidth = 1.0F;
+    VGint startCap = VG_CAP_BUTT;
+    VGint endCap = VG_CAP_BUTT;
+    VGint join = VG_JOIN_MITER;
+    float miterLimit = 4.0F;         ///< never below 1
+    base::Array<float> dashPattern;  ///< as given
+    float dashPhase = 0.0F;
+    bool dashPhaseReset = false;
+
+    float halfWidth = 0.5F;
+    float miterLength = 2.0F;  ///< halfWidth * miterLimit
+    float miterLengthSquared = 4.0F;
+    base::Array<float> effectiveDashes;  ///< even count, none negative
+    float dashTotal = 0.0F;              ///< sum of effectiveDashes; 0 means no dashing
+
+    void updateDerived() noexcept;
+};
+
+/// The four scales and four biases of a colour transform.
+struct ColorTransform {
+    float values[8] = {1, 1, 1, 1, 0, 0, 0, 0};
+};
+
+inline constexpr int kMatrixCount = 5;
+inline constexpr int kMaxGaussianStdDeviation = 128;
+
+/// All state of one engine context. Entry points are free functions over the current context; the
+/// defaults below are those of a new one.
+struct Context {
+    // Parameters, as set
+    VGint matrixMode = VG_MATRIX_PATH_USER_TO_SURFACE;
+    VGint fillRule = VG_EVEN_ODD;
+    VGint imageQuality = VG_IMAGE_QUALITY_FASTER;
+    VGint renderingQuality = VG_RENDERING_QUALITY_BETTER;
+    VGint fillBlendMode = VG_BLEND_SRC_OVER;
+    VGint strokeBlendMode = VG_BLEND_SRC_OVER;
+    VGint imageMode = VG_DRAW_IMAGE_NORMAL;
+    base::Array<VGint> scissorRects;  ///< x, y, width, height each
+    bool scissorChanged = true;       ///< the scissor data must be rebuilt before its next use
+    bool colorTransformEnabled = false;
+    ColorTransform colorTransform;
+    StrokeState stroke;
+    float tileFillColor[4] = {0, 0, 0, 0};
+    float clearColor[4] = {0, 0, 0, 0};
+    float glyphOrigin[2] = {0, 0};
+    bool masking = false;
+    bool scissoring = false;
+    VGint pixelLayout = VG_PIXEL_LAYOUT_UNKNOWN;
+    VGint screenLayout = VG_PIXEL_LAYOUT_UNKNOWN;
+    bool filterFormatLinear = false;
+    bool filterFormatPremultiplied = false;
+    VGint filterChannelMask = 0xF;
+    VGErrorCode error = VG_NO_ERROR;  ///< the first one since vgGetError
+
+    // Matrices, in the order of VGMatrixMode
+    UserMatrix matrices[kMatrixCount];
+
+    // Derived
+    ColorTransform effectiveColorTransform;  ///< the identity while the transform is disabled
+    FlatteningTolerance tolerance;
+    base::Array<int16_t> gaussianWork[2];
+    raster::Rasterizer rasterizer;
+    Stroker stroker;
+    StrokeOutline strokeOutline;  ///< of the stroke being drawn
+
+    // Objects
+    SharedResources* shared = nullptr;
+    Context* shareContext = nullptr;
+    Paint* fillPaint = nullptr;  ///< null: the default paint, opaque black
+    Paint* strokePaint = nullptr;
+
+    // Identity
+    Configuration configuration;
+    uint32_t contextId = 0;  ///< the high bits of its handles
+    uint32_t slot = 0;       ///< index in the context table
+    uint32_t typeTag = kLiveTag;
+    uint32_t useCount = 1;
+
+    static constexpr uint32_t kLiveTag = 6;
+
+    UserMatrix& matrix(VGMatrixMode mode) noexcept {
+        return matrices[mode - VG_MATRIX_PATH_USER_TO_SURFACE];
+    }
+    UserMatrix& currentMatrix() noexcept {
+        return matrices[matrixMode - VG_MATRIX_PATH_USER_TO_SURFACE];
+    }
+
+    /// Stores the error unless one is pending.
+    void raise(VGErrorCode code) noexcept {
+        if (error == VG_NO_ERROR) error = code;
+    }
+
+    Path* findPath(VGPath handle) const noexcept;
+    Paint* findPaint(VGPaint handle) const noexcept;
+
+    /// Shrinks every growable work array to its used size after an allocation failed, so that the
+    /// work can be tried once more.
+    void recoverMemory() noexcept;
+};
+
+/// The context of the current pair, or null when no pair is current.
+Context* currentPair() noexcept;
+
+}  // namespace vg

@@ -1,0 +1,123 @@
+#include "vg/context_table.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+
+#include "vg/paint.h"
+
+namespace vg {
+namespace {
+
+constexpr int kScissorCapacity = 16;  // integers
+constexpr int kDashCapacity = 8;      // floats
+
+/// A Gaussian kernel reaches three standard deviations to each side of its centre.
+constexpr int kGaussianWorkSize = 6 * kMaxGaussianStdDeviation + 1;
+
+static_assert(kMaxContexts == 1U << (32 - ObjectTable::kIndexBits));
+
+std::array<Context*, kMaxContexts> contexts;
+
+/// Both set or both null.
+struct {
+    Context* context = nullptr;
+    Surface* surface = nullptr;
+} current;
+
+bool isLive(const Context* context) noexcept {
+    if (context == nullptr) return false;
+    return std::find(contexts.begin(), contexts.end(), context) != contexts.end() &&
+           context->typeTag == Context::kLiveTag;
+}
+
+SharedResources* createSharedResources() noexcept {
+    auto* shared = new (std::nothrow) SharedResources;
+    if (shared != nullptr && !shared->objects.initialize()) {
+        delete shared;
+        return nullptr;
+    }
+    return shared;
+}
+
+/// Joins the family of `share`, or founds one.
+bool attachResources(Context& context, Context* share) noexcept {
+    context.shareContext = share;
+    if (share == nullptr) {
+        context.shared = createSharedResources();
+    } else {
+        context.shared = share->shared;
+        ++context.shared->references;
+    }
+    return context.shared != nullptr;
+}
+
+bool allocateArrays(Context& context) noexcept {
+    return context.scissorRects.reserve(kScissorCapacity) &&
+           context.stroke.dashPattern.reserve(kDashCapacity) &&
+           context.stroke.effectiveDashes.reserve(kDashCapacity) &&
+           context.gaussianWork[0].resizeZeroed(kGaussianWorkSize) &&
+           context.gaussianWork[1].resizeZeroed(kGaussianWorkSize);
+}
+
+void freeContext(Context* context) noexcept {
+    release(context->fillPaint);
+    release(context->strokePaint);
+    if (context->shared != nullptr && --context->shared->references == 0) delete context->shared;
+    delete context;
+}
+
+void emptySlot(Context* context) noexcept {
+    contexts[context->slot] = nullptr;
+    for (Context* other : contexts) {
+        if (other != nullptr && other->shareContext == context) other->shareContext = nullptr;
+    }
+}
+
+}  // namespace
+
+Context* createContext(Context* share) noexcept {
+    auto* const slot = std::find(contexts.begin(), contexts.end(), nullptr);
+    if (slot == contexts.end()) return nullptr;
+    if (share != nullptr && !isLive(share)) return nullptr;
+    auto* context = new (std::nothrow) Context;
+    if (context == nullptr) return nullptr;
+    context->slot = static_cast<uint32_t>(slot - contexts.begin());
+    context->contextId = share != nullptr ? share->contextId : context->slot;
+    readConfiguration(context->configuration, configurationPath());
+    if (!attachResources(*context, share) || !allocateArrays(*context)) {
+        freeContext(context);
+        return nullptr;
+    }
+    *slot = context;
+    return context;
+}
+
+void destroyContext(Context* context) noexcept {
+    if (!isLive(context)) return;
+    if (current.context == context) current = {};
+    context->typeTag = 0;
+    if (--context->useCount > 0) return;
+    emptySlot(context);
+    freeContext(context);
+}
+
+bool makeCurrent(Context* context, Surface* surface) noexcept {
+    const bool isPair = isLive(context) && surface != nullptr;
+    const bool isNothing = context == nullptr && surface == nullptr;
+    if (!isPair && !isNothing) return false;
+    current = {context, surface};
+    return true;
+}
+
+void unbindSurface(const Surface* surface) noexcept {
+    if (current.surface == surface) current = {};
+}
+
+Context* currentContext() noexcept { return current.context; }
+
+Surface* currentSurface() noexcept { return current.surface; }
+
+Context* currentPair() noexcept { return current.context; }
+
+}  // namespace vg

@@ -1,0 +1,57 @@
+#include "vg/object_handles.h"
+
+namespace vg {
+namespace {
+
+constexpr int kInitialEntries = 64;
+
+int indexOf(VGHandle handle) noexcept { return static_cast<int>(handle & ObjectTable::kIndexMask); }
+
+}  // namespace
+
+void retain(Object* object) noexcept {
+    if (object != nullptr) ++object->references;
+}
+
+void release(Object* object) noexcept {
+    if (object != nullptr && --object->references == 0) delete object;
+}
+
+ObjectTable::~ObjectTable() {
+    for (Object* object : entries_) release(object);
+}
+
+bool ObjectTable::initialize() noexcept {
+    return entries_.reserve(kInitialEntries) && freeIndices_.reserve(kInitialEntries) &&
+           entries_.push(nullptr);
+}
+
+VGHandle ObjectTable::add(Object* object, uint32_t contextId) noexcept {
+    uint32_t index = static_cast<uint32_t>(entries_.count());
+    if (!freeIndices_.isEmpty()) {
+        index = freeIndices_.pop();
+        entries_[static_cast<int>(index)] = object;
+    } else {
+        // Room for every index to be freed is made here, so that remove() cannot fail.
+        if (index > kIndexMask || !entries_.reserveMore(1)) return VG_INVALID_HANDLE;
+        if (!freeIndices_.reserve(entries_.capacity())) return VG_INVALID_HANDLE;
+        entries_.pushReserved(object);
+    }
+    return contextId << kIndexBits | index;
+}
+
+Object* ObjectTable::find(VGHandle handle, uint32_t contextId, ObjectKind kind) const noexcept {
+    const int index = indexOf(handle);
+    if (handle >> kIndexBits != contextId || index >= entries_.count()) return nullptr;
+    Object* const object = entries_[index];  // entry 0 is null
+    return object != nullptr && object->kind == kind ? object : nullptr;
+}
+
+void ObjectTable::remove(VGHandle handle) noexcept {
+    Object*& entry = entries_[indexOf(handle)];
+    release(entry);
+    entry = nullptr;
+    freeIndices_.pushReserved(handle & kIndexMask);
+}
+
+}  // namespace vg

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+
+#include "base/array.h"
+#include "vg/vg.h"
+
+namespace vg {
+
+enum class ObjectKind : uint32_t { kPath = 1, kImage = 2, kPaint = 3, kMaskLayer = 4, kFont = 5 };
+
+/// The head of every engine object. Objects are counted: one reference belongs to the handle
+/// table, one to each place of a context that has the object set.
+struct Object {
+    explicit Object(ObjectKind objectKind) noexcept : kind(objectKind) {}
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+    virtual ~Object() = default;
+
+    ObjectKind kind;
+    uint32_t references = 1;
+};
+
+void retain(Object* object) noexcept;   ///< null is ignored
+void release(Object* object) noexcept;  ///< frees the object with its last reference
+
+/// The table of objects that a family of contexts shares. Entry 0 stays null, so that no object
+/// gets handle 0; freed entries are reused, the last freed first.
+class ObjectTable {
+public:
+    static constexpr int kIndexBits = 26;
+    static constexpr uint32_t kIndexMask = (1U << kIndexBits) - 1;
+
+    ObjectTable() noexcept = default;
+    ~ObjectTable();  ///< releases every object left
+
+    /// Allocates the first 64 entries. False when memory runs out.
+    [[nodiscard]] bool initialize() noexcept;
+
+    /// Enters the object and takes over its reference. 0 (the object stays the caller's) when
+    /// memory or indices run out.
+    VGHandle add(Object* object, uint32_t contextId) noexcept;
+
+    /// The object of that kind behind the handle, or null.
+    Object* find(VGHandle handle, uint32_t contextId, ObjectKind kind) const noexcept;
+
+    /// Empties the handle's entry and releases the object. Precondition: find() gave an object.
+    void remove(VGHandle handle) noexcept;
+
+private:
+    base::Array<Object*> entries_;
+    base::Array<uint32_t> freeIndices_;
+};
+
+}  // namespace vg

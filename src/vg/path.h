@@ -1,0 +1,52 @@
+#pragma once
+
+#include "vg/flattened_path.h"
+#include "vg/object_handles.h"
+#include "vg/tolerance.h"
+
+namespace vg {
+
+/// A path object: segment commands and their coordinates in the path's own datatype.
+struct Path final : Object {
+    Path() noexcept : Object(ObjectKind::kPath) {}
+
+    VGint datatype = VG_PATH_DATATYPE_F;
+    float scale = 1.0F;
+    float bias = 0.0F;
+    VGbitfield capabilities = 0;
+
+    base::Array<uint8_t> segments;
+    base::Array<uint8_t> data;  ///< coordinates, coordinateCount of them, in the datatype
+    int32_t coordinateCount = 0;
+
+    FlattenedPath flattened;         ///< valid while flattenedSquared > 0
+    float flattenedSquared = -1.0F;  ///< the tolerance that `flattened` was made with
+
+    /// Must follow every change of segments or coordinates.
+    void invalidate() noexcept { flattenedSquared = -1.0F; }
+};
+
+/// The path as a polyline under the tolerance, made anew only when the tolerance has changed.
+/// Null when memory runs out.
+const FlattenedPath* flattenedPath(Path& path, const FlatteningTolerance& tolerance) noexcept;
+
+/// Bytes of one coordinate of a datatype.
+inline int32_t coordinateSize(VGint datatype) noexcept {
+    switch (datatype) {
+        case VG_PATH_DATATYPE_S_8:
+            return 1;
+        case VG_PATH_DATATYPE_S_16:
+            return 2;
+        default:
+            return 4;
+    }
+}
+
+/// Coordinates that a segment command takes: 0 for VG_CLOSE_PATH to 6 for VG_CUBIC_TO.
+inline int32_t coordinatesOf(VGubyte command) noexcept {
+    // Close, move, line, horizontal, vertical, quadratic, cubic, smooth quadratic and cubic, arcs.
+    constexpr uint8_t kCounts[16] = {0, 2, 2, 1, 1, 4, 6, 2, 4, 5, 5, 5, 5, 0, 0, 0};
+    return kCounts[(command >> 1) & 0xF];
+}
+
+}  // namespace vg

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "vg/context.h"
+#include "vg/path.h"
+
+// The steps that path entry points have in common.
+namespace vg {
+
+/// The path behind the handle. Null, with the error raised, when there is none.
+inline Path* findOrRaise(Context& context, VGPath handle) noexcept {
+    Path* path = context.findPath(handle);
+    if (path == nullptr) context.raise(VG_BAD_HANDLE_ERROR);
+    return path;
+}
+
+/// True when the path has every one of the capabilities; else the error is raised.
+inline bool allows(Context& context, const Path& path, VGbitfield capabilities) noexcept {
+    if ((path.capabilities & capabilities) == capabilities) return true;
+    context.raise(VG_PATH_CAPABILITY_ERROR);
+    return false;
+}
+
+/// Both checks in one.
+inline Path* findAllowing(Context& context, VGPath handle, VGbitfield capabilities) noexcept {
+    Path* path = findOrRaise(context, handle);
+    return path != nullptr && allows(context, *path, capabilities) ? path : nullptr;
+}
+
+/// True when the path has segments `first` to `first + count - 1`, and count is at least 1.
+inline bool hasSegments(const Path& path, VGint first, VGint count) noexcept {
+    const int32_t available = path.segments.count();
+    return 0 <= first && first < available && 1 <= count && count <= available - first;
+}
+
+/// Does work that may run out of memory: once more after the context gave memory back, then the
+/// error is raised. `work` returns false, with nothing changed, when memory runs out.
+template <class Work>
+bool doOrRaise(Context& context, const Work& work) noexcept {
+    if (work()) return true;
+    context.recoverMemory();
+    if (work()) return true;
+    context.raise(VG_OUT_OF_MEMORY_ERROR);
+    return false;
+}
+
+/// Precondition: the alignment is a power of two.
+inline bool isAligned(const void* array, uintptr_t alignment) noexcept {
+    return (reinterpret_cast<uintptr_t>(array) & (alignment - 1)) == 0;
+}
+
+/// True for an array that may be read or written with that alignment.
+inline bool isUsableArray(const void* array, uintptr_t alignment) noexcept {
+    return array != nullptr && isAligned(array, alignment);
+}
+
+}  // namespace vg

@@ -1,0 +1,60 @@
+#include "vg/surface.h"
+
+#include <algorithm>
+#include <new>
+
+#include "vg/context_table.h"
+
+namespace vg {
+namespace {
+
+// VGImageFormat codes: alpha in the high bits, then red, green, blue.
+constexpr uint32_t kStandardArgb = 0x41;
+constexpr uint32_t kLinearArgb = 0x48;
+
+/// Each colour space's premultiplied format follows its plain one.
+uint32_t formatOf(const SurfaceFlags& flags) noexcept {
+    return (flags.linear ? kLinearArgb : kStandardArgb) + (flags.premultiplied ? 1U : 0U);
+}
+
+}  // namespace
+
+Surface* createSurface(int32_t width, int32_t height, const SurfaceFlags& flags) noexcept {
+    auto* surface = new (std::nothrow) Surface;
+    if (surface == nullptr) return nullptr;
+    surface->format = formatOf(flags);
+    if (!resizeSurface(surface, width, height)) {
+        delete surface;
+        return nullptr;
+    }
+    return surface;
+}
+
+void destroySurface(Surface* surface) noexcept {
+    if (surface == nullptr) return;
+    unbindSurface(surface);
+    delete surface;
+}
+
+bool resizeSurface(Surface* surface, int32_t width, int32_t height) noexcept {
+    if (width < 1 || height < 1) return false;
+    width = std::min(width, kMaxSurfaceDimension);
+    height = std::min(height, kMaxSurfaceDimension);
+    const int count = width * height;
+    base::Array<uint32_t> pixels;
+    if (!pixels.reserve(count) || !pixels.resizeZeroed(count)) return false;
+    surface->pixels.swap(pixels);
+    surface->width = width;
+    surface->height = height;
+    return true;
+}
+
+int32_t surfaceWidth(const Surface* surface) noexcept { return surface->width; }
+
+int32_t surfaceHeight(const Surface* surface) noexcept { return surface->height; }
+
+uint32_t surfaceFormat(const Surface* surface) noexcept { return surface->format; }
+
+uint32_t* surfacePixels(Surface* surface) noexcept { return surface->pixels.data(); }
+
+}  // namespace vg

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <new>
+
+#include "vg/context.h"
+#include "vg/engine.h"
+#include "vg/surface.h"
+#include "vg/vg.h"
+
+namespace vg {
+
+/// A new context, current on a new surface of zero pixels, for the length of one test.
+struct EngineFixture : testing::Test {
+    explicit EngineFixture(int32_t width = 16, int32_t height = 16)
+        : context(createContext(nullptr)),
+          surface(createSurface(width, height, {.premultiplied = true})) {
+        if (context == nullptr || surface == nullptr) throw std::bad_alloc();
+        makeCurrent(context, surface);
+    }
+    ~EngineFixture() override {
+        destroyContext(context);
+        destroySurface(surface);
+    }
+
+    /// The pixel x columns from the left and y rows from the bottom.
+    uint32_t pixelAt(int32_t x, int32_t y) const { return surface->view().row(y)[x]; }
+
+    Context* context;
+    Surface* surface;
+};
+
+}  // namespace vg
