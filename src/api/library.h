@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+
+#include "api/document.h"
+#include "api/drawing_surface.h"
+#include "api/handles.h"
+#include "svg/document.h"
+#include "svg/status.h"
+#include "vg/engine.h"
+
+namespace quor {
+
+/// What draws clear their surface with; survives done().
+struct ClearSettings {
+    float color[4] = {1.0F, 1.0F, 1.0F, 0.0F};  ///< red, green, blue, alpha; not premultiplied
+    bool isEnabled = true;
+};
+
+/// The one process-wide state. Owns the engine context and, through the handle table, every
+/// document and surface.
+///
+/// Invariant  while the library is initialised the engine context is current on some surface, so
+///            that engine objects can be freed at any time: on an idle one when no other is.
+class LibraryContext {
+public:
+    constexpr LibraryContext() noexcept = default;
+
+    /// Precondition: dpi is finite. Failures leave the library uninitialised and hold no memory.
+    Status initialize(uint32_t screenWidth, uint32_t screenHeight, float dpi) noexcept;
+    void done() noexcept;
+    bool isInitialized() const noexcept { return isInitialized_; }
+
+    /// Null for a bad handle.
+    DrawingSurface* findSurface(uint32_t handle) const noexcept;
+    Document* findDocument(uint32_t handle) const noexcept;
+
+    /// 0 on any failure.
+    uint32_t createSurface(uint32_t width, uint32_t height) noexcept;
+    uint32_t createDocument(const char* xmlText) noexcept;
+
+    Status destroySurface(uint32_t handle) noexcept;
+    Status destroyDocument(uint32_t handle) noexcept;
+
+    /// Clears the surface as the settings say, then draws the document unless it is null.
+    Status draw(Document* document, DrawingSurface& surface, RenderingQuality quality) noexcept;
+
+    ClearSettings clearing;
+
+private:
+    bool allocate() noexcept;
+    void releaseAll() noexcept;
+    void retire(DrawingSurface* surface) noexcept;
+    Status clear(const DrawingSurface& surface) const noexcept;
+
+    bool isInitialized_ = false;
+    vg::Context* engine_ = nullptr;
+    vg::Surface* idleSurface_ = nullptr;  ///< 1 x 1, current when no other surface is
+    ScreenParameters screen_;
+    HandleTable handles_;
+    uint32_t packingSurface_ = 0;  ///< 1 x 1, where the atlas packer measures documents
+};
+
+extern constinit LibraryContext library;
+
+}  // namespace quor

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "svg/matrix.h"
+#include "svg/status.h"
+#include "vg/vg.h"
+
+namespace quor {
+
+/// Makes a new path that holds `path` as the engine's path matrix maps it. On failure there
+/// is none.
+Status transformedCopy(VGPath path, VGPath& copy) noexcept;
+
+/// sqrt(|determinant|): how many times longer an angle-preserving transform makes lengths. One at
+/// or below base::kSmallestExtent leaves nothing to stroke.
+float lengthScale(const SvgMatrix& transform) noexcept;
+
+/// The engine's stroke made to measure its width on the surface, whatever the current transform.
+///
+/// Under a transform that preserves angles the line width is divided by the transform's scale (the
+/// dashes are not). Under any other the outline is carried to the surface first and stroked there,
+/// the path matrix being the identity.
+class NonScalingStroke {
+public:
+    NonScalingStroke() noexcept = default;
+    NonScalingStroke(const NonScalingStroke&) = delete;
+    NonScalingStroke& operator=(const NonScalingStroke&) = delete;
+
+    /// Changes the engine's state until restore(). `isDrawable` false: the transform leaves
+    /// nothing to stroke, or the setup failed. The transform is the one that the engine has.
+    Status setup(const SvgMatrix& transform, VGPath shapePath, bool& isDrawable) noexcept;
+
+    /// Puts back what setup() changed and nothing else.
+    void restore() noexcept;
+
+    /// The path to draw in place of the shape's; VG_INVALID_HANDLE: the shape's own.
+    VGPath path() const noexcept { return path_; }
+
+private:
+    Status carryToSurface(VGPath shapePath) noexcept;
+
+    VGPath path_ = VG_INVALID_HANDLE;
+    bool hasSavedWidth_ = false;
+    VGfloat savedWidth_ = 0.0F;
+    VGfloat savedPathMatrix_[9] = {};         ///< while path_ is there
+    VGfloat savedStrokePaintMatrix_[9] = {};  ///< while path_ is there
+};
+
+}  // namespace quor

@@ -1,0 +1,135 @@
+#include "api/shape_painter.h"
+
+#include "api/traversal.h"
+#include "svg/engine_error.h"
+#include "svg/paint_server.h"
+
+namespace quor {
+
+namespace {
+
+constexpr bool includes(PaintPass pass, PaintPass part) noexcept {
+    return (static_cast<uint32_t>(pass) & static_cast<uint32_t>(part)) != 0;
+}
+constexpr bool includes(DrawModes modes, DrawModes part) noexcept {
+    return (static_cast<VGbitfield>(modes) & static_cast<VGbitfield>(part)) != 0;
+}
+constexpr DrawModes with(DrawModes modes, DrawModes part) noexcept {
+    return static_cast<DrawModes>(static_cast<VGbitfield>(modes) | static_cast<VGbitfield>(part));
+}
+constexpr DrawModes without(DrawModes modes, DrawModes part) noexcept {
+    return static_cast<DrawModes>(static_cast<VGbitfield>(modes) & ~static_cast<VGbitfield>(part));
+}
+
+/// Opacity is a scale of alpha after the paint is evaluated.
+void setOpacity(float opacity) noexcept {
+    if (opacity == 1.0F) {
+        vgSeti(VG_COLOR_TRANSFORM, VG_FALSE);
+        return;
+    }
+    const VGfloat scalesAndBiases[8] = {1.0F, 1.0F, 1.0F, opacity, 0.0F, 0.0F, 0.0F, 0.0F};
+    vgSetfv(VG_COLOR_TRANSFORM_VALUES, 8, scalesAndBiases);
+    vgSeti(VG_COLOR_TRANSFORM, VG_TRUE);
+}
+
+bool isStroked(const SvgStyle& style) noexcept {
+    return style.stroke.type != PaintType::kNone && style.strokeWidth > 0.0F;
+}
+
+/// One colour transform serves both paints, so only equal opacities can share a pass; and a
+/// non-scaling stroke may draw another path.
+bool sharesPass(const SvgStyle& style) noexcept {
+    return style.fillOpacity == style.strokeOpacity &&
+           style.vectorEffect != SvgVectorEffect::kNonScalingStroke;
+}
+
+}  // namespace
+
+ShapePainter::ShapePainter(Traversal& traversal, SvgShape& shape) noexcept
+    : traversal_(traversal), shape_(shape), style_(traversal.style()) {}
+
+Status ShapePainter::paint() noexcept {
+    const bool isFilled = style_.fill.type != PaintType::kNone;
+    const bool hasStroke = isStroked(style_);
+    if (!isFilled && !hasStroke) return takeEngineError();
+    if (const Status status = shape_.ensurePath(); status != Status::kOk) return status;
+
+    Status status = Status::kOk;
+    if (isFilled && hasStroke && sharesPass(style_)) {
+        status = paintPass(PaintPass::kFillAndStroke);
+    } else {
+        if (isFilled) status = paintPass(PaintPass::kFill);
+        if (hasStroke && status == Status::kOk) status = paintPass(PaintPass::kStroke);
+    }
+    return status;
+}
+
+Status ShapePainter::paintPass(PaintPass pass) noexcept {
+    DrawModes modes = DrawModes::kNone;
+    const Status status = setupPaints(pass, modes);
+    if (status == Status::kOk && modes != DrawModes::kNone) {
+        const VGPath path = nonScalingStroke_.path() != VG_INVALID_HANDLE ? nonScalingStroke_.path()
+                                                                          : shape_.path();
+        vgDrawPath(path, static_cast<VGbitfield>(modes));
+    }
+    nonScalingStroke_.restore();
+    return status != Status::kOk ? status : takeEngineError();
+}
+
+Status ShapePainter::setupPaints(PaintPass pass, DrawModes& modes) noexcept {
+    Status status = Status::kOk;
+    if (includes(pass, PaintPass::kFill)) {
+        status = setupPaint(style_.fill, style_.fillOpacity, DrawModes::kFill, modes);
+        if (status != Status::kOk) return status;
+    }
+    if (includes(pass, PaintPass::kStroke)) {
+        status = setupPaint(style_.stroke, style_.strokeOpacity, DrawModes::kStroke, modes);
+        if (status != Status::kOk) return status;
+    }
+    if (includes(modes, DrawModes::kStroke) &&
+        style_.vectorEffect == SvgVectorEffect::kNonScalingStroke) {
+        bool isDrawable = false;
+        status = nonScalingStroke_.setup(traversal_.transform(), shape_.path(), isDrawable);
+        if (!isDrawable) modes = without(modes, DrawModes::kStroke);
+    }
+    return status != Status::kOk ? status : takeEngineError();
+}
+
+Status ShapePainter::setupPaint(const SvgPaint& paint, float opacity, DrawModes mode,
+                                DrawModes& modes) noexcept {
+    bool isUsable = false;
+    const Status status = setPaint(paint, mode, isUsable);
+    if (status != Status::kOk || !isUsable) return status;
+    modes = with(modes, mode);
+    setOpacity(opacity);
+    return Status::kOk;
+}
+
+/// Sets the engine's paint for filling or stroking. A reference that gives no paint takes its
+/// fallback; currentColor was resolved when the node was entered.
+Status ShapePainter::setPaint(const SvgPaint& paint, DrawModes mode, bool& isUsable) noexcept {
+    const bool forFill = mode == DrawModes::kFill;
+    PaintType type = paint.type;
+    if (type == PaintType::kServer) {
+        if (paint.server != nullptr) {
+            auto* server = static_cast<SvgPaintServer*>(paint.server);
+            const Status status = server->buildPaint(traversal_, shape_, forFill, isUsable);
+            if (status != Status::kOk || isUsable) return status;
+        }
+        type = paint.fallback;
+    }
+    isUsable = type == PaintType::kColor;
+    if (!isUsable) return Status::kOk;
+    const VGfloat color[4] = {paint.color.red, paint.color.green, paint.color.blue,
+                              paint.color.alpha};
+    const VGPaint enginePaint = forFill ? traversal_.fillPaint() : traversal_.strokePaint();
+    vgSetParameterfv(enginePaint, VG_PAINT_COLOR, 4, color);
+    vgSetPaint(enginePaint, static_cast<VGbitfield>(mode));
+    return Status::kOk;
+}
+
+Status SvgShape::paint(Traversal& traversal) noexcept {
+    return ShapePainter(traversal, *this).paint();
+}
+
+}  // namespace quor

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+
+#include "api/non_scaling_stroke.h"
+#include "svg/shapes.h"
+#include "svg/status.h"
+#include "svg/style.h"
+#include "vg/vg.h"
+
+namespace quor {
+
+class Traversal;
+
+/// The paints that one pass sets up and restores.
+enum class PaintPass : uint32_t { kFill = 1, kStroke = 2, kFillAndStroke = 3 };
+
+/// What a pass came out to draw, in the engine's encoding: the two bits lie the other way round
+/// than in PaintPass.
+enum class DrawModes : VGbitfield {
+    kNone = 0,
+    kStroke = VG_STROKE_PATH,
+    kFill = VG_FILL_PATH,
+    kFillAndStroke = VG_STROKE_PATH | VG_FILL_PATH,
+};
+
+/// Draws one shape under the traversal's style and transform, and leaves the engine's state as it
+/// found it but for the paints and the colour transform, which every pass sets anew.
+class ShapePainter {
+public:
+    ShapePainter(Traversal& traversal, SvgShape& shape) noexcept;
+
+    Status paint() noexcept;
+
+private:
+    Status paintPass(PaintPass pass) noexcept;
+    Status setupPaints(PaintPass pass, DrawModes& modes) noexcept;
+    Status setupPaint(const SvgPaint& paint, float opacity, DrawModes mode,
+                      DrawModes& modes) noexcept;
+    Status setPaint(const SvgPaint& paint, DrawModes mode, bool& isUsable) noexcept;
+
+    Traversal& traversal_;
+    SvgShape& shape_;
+    const SvgStyle& style_;
+    NonScalingStroke nonScalingStroke_;
+};
+
+}  // namespace quor

@@ -1,0 +1,24 @@
+#include "svg/document.h"
+
+namespace quor {
+
+namespace {
+
+// Enough for most outlines, so that the first paths of a document do not grow the buffers.
+constexpr int kInitialSegments = 128;
+constexpr int kInitialCoordinates = 256;
+
+}  // namespace
+
+SvgDocument::SvgDocument(const ScreenParameters& screenParameters) noexcept
+    : screen(screenParameters) {
+    initialViewport.set(0.0F, 0.0F, static_cast<float>(screen.width),
+                        static_cast<float>(screen.height));
+}
+
+bool SvgDocument::initialize() noexcept {
+    return ids.initialize() && pathData.segments.reserve(kInitialSegments) &&
+           pathData.coordinates.reserve(kInitialCoordinates);
+}
+
+}  // namespace quor

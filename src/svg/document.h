@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/array.h"
+#include "svg/id_registry.h"
+#include "svg/path_data.h"
+#include "svg/rect.h"
+
+namespace quor {
+
+/// The screen that documents are laid out for; belongs to the library, read when needed.
+struct ScreenParameters {
+    uint32_t width = 0;                          ///< pixels
+    uint32_t height = 0;                         ///< pixels
+    float dpi = 0.0F;                            ///< pixels per inch
+    void (*log)(const char* message) = nullptr;  ///< never null once the library is initialised
+};
+
+/// What the nodes of one tree share: the screen, the ids and work buffers.
+class SvgDocument {
+public:
+    explicit SvgDocument(const ScreenParameters& screenParameters) noexcept;
+
+    /// Allocates ids and work buffers. False when memory runs out.
+    [[nodiscard]] bool initialize() noexcept;
+
+    const ScreenParameters& screen;
+    Rect initialViewport;  ///< 0, 0, screen width, screen height
+    IdRegistry ids;
+    PathData pathData;
+    base::Array<float> numbers;
+    base::Array<char> styleText;
+};
+
+}  // namespace quor

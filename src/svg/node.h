@@ -1,0 +1,114 @@
+#pragma once
+
+#include <cstdint>
+
+#include "base/array.h"
+#include "svg/attribute_table.h"
+#include "svg/matrix.h"
+#include "svg/rect.h"
+#include "svg/status.h"
+#include "svg/style.h"
+
+namespace tinyxml2 {
+class XMLElement;
+}
+
+namespace quor {
+
+class SvgDocument;
+class Traversal;  ///< the walk over a tree; the drawing side defines it
+
+/// Fixed codes; gaps are never given to other kinds.
+enum class SvgNodeKind : uint8_t {
+    kCircle = 0,
+    kDefs = 2,
+    kEllipse = 4,
+    kGroup = 5,
+    kLine = 6,
+    kLinearGradient = 7,
+    kPath = 8,
+    kPolygon = 11,
+    kPolyline = 12,
+    kRadialGradient = 13,
+    kRect = 14,
+    kSolidColor = 15,
+    kStop = 16,
+    kSvg = 17,
+    kUse = 20,
+    kGeneric = 99,
+};
+
+/// A node of the element tree; also the class of every element without one of its own.
+///
+/// A node owns its children and points into the texts of its XML element, so the XML document
+/// outlives the tree. draw(), bounds(), contentBounds() and paint() are the drawing side of a
+/// node: they are declared here and defined beside the traversal.
+class SvgNode {
+public:
+    SvgNode(SvgDocument& document, tinyxml2::XMLElement& element, SvgNodeKind kind) noexcept
+        : document_(document), element_(element), kind_(kind) {}
+    SvgNode(const SvgNode&) = delete;
+    SvgNode& operator=(const SvgNode&) = delete;
+    virtual ~SvgNode();
+
+    /// The area of its own coordinate system that the node shows; null for all but `svg`.
+    virtual const Rect* viewport() const noexcept { return nullptr; }
+
+    /// Draws the node and its descendants. Anything but kOk ended the walk.
+    virtual Status draw(Traversal& traversal) noexcept;
+
+    /// Whether the node counts in bounds.
+    virtual bool isRenderable() const noexcept { return false; }
+
+    /// The node's box in the coordinates of the bottom of the transform stack.
+    virtual Status bounds(Traversal& traversal, Box& box) noexcept;
+
+    /// Reads the node's attributes while the tree is built.
+    virtual Status parseAttributes(const AttributeTable& attributes) noexcept;
+
+    /// The box of what the node holds, its own style and transform being pushed.
+    virtual Status contentBounds(Traversal& traversal, Box& box) noexcept;
+
+    /// Paints the node itself, not its children.
+    virtual Status paint(Traversal& traversal) noexcept;
+
+    SvgNode* parent() const noexcept { return parent_; }
+    /// A `use` re-points its target's parent to itself while it draws it.
+    void setParent(SvgNode* parent) noexcept { parent_ = parent; }
+    const base::Array<SvgNode*>& children() const noexcept { return children_; }
+    SvgDocument& document() const noexcept { return document_; }
+    const SvgMatrix& transform() const noexcept { return transform_; }
+    SvgStyle& style() noexcept { return style_; }
+    const SvgStyle& style() const noexcept { return style_; }
+    SvgNodeKind kind() const noexcept { return kind_; }
+
+    /// The value of the named attribute (after `style` was expanded), or null.
+    const char* attribute(const char* name) const noexcept;
+    /// The value of `id`, else of `xml:id`, else null.
+    const char* id() const noexcept;
+
+    /// Makes room for exactly `count` children.
+    Status reserveChildren(int count) noexcept;
+    /// Takes ownership of the child, unless memory runs out.
+    Status appendChild(SvgNode* child) noexcept;
+
+    /// The viewport record of the nearest `svg` at or above the node when it is set, else the
+    /// screen: what geometry and gradient lengths refer to.
+    const Rect& lengthViewport() const noexcept;
+
+protected:
+    SvgDocument& document_;
+    SvgNode* parent_ = nullptr;
+    base::Array<SvgNode*> children_;
+    SvgMatrix transform_;
+    SvgStyle style_;
+    base::Array<float> dashes_;  ///< the values of style_.strokeDashArray
+    tinyxml2::XMLElement& element_;
+    SvgNodeKind kind_;
+};
+
+/// The first value of the property at or above the node that does not begin with "inherit"; else
+/// the initial value of the property; null for an unknown property.
+const char* lookupInherited(const SvgNode* node, const char* property) noexcept;
+
+}  // namespace quor

@@ -1,0 +1,156 @@
+#include "svg/node_factory.h"
+
+#include <tinyxml2.h>
+
+#include <array>
+#include <cstring>
+#include <iterator>
+#include <memory>
+#include <new>
+#include <string_view>
+
+#include "svg/containers.h"
+#include "svg/document.h"
+#include "svg/gradient.h"
+#include "svg/shapes.h"
+#include "svg/style_attribute.h"
+
+namespace quor {
+
+namespace {
+
+using tinyxml2::XMLElement;
+
+/// Makes the bare node of an element; null when memory runs out.
+using Maker = SvgNode* (*)(SvgDocument& document, XMLElement& element) noexcept;
+
+template <class Node, SvgNodeKind kKind>
+SvgNode* make(SvgDocument& document, XMLElement& element) noexcept {
+    return new (std::nothrow) Node(document, element, kKind);
+}
+
+constexpr Maker kDropped = nullptr;
+
+struct Rule {
+    std::string_view keyword;  ///< an element's name matches when it begins with this
+    Maker maker;
+};
+
+// The first match decides. Rules of one initial letter stand together.
+// clang-format off
+constexpr Rule kRules[] = {
+    {"circle", make<SvgCircle, SvgNodeKind::kCircle>},
+    {"clipPath", kDropped},
+    {"defs", make<SvgDefs, SvgNodeKind::kDefs>},
+    {"ellipse", make<SvgEllipse, SvgNodeKind::kEllipse>},
+    {"font", kDropped},
+    {"g", make<SvgGroup, SvgNodeKind::kGroup>},
+    {"linearGradient", make<SvgLinearGradient, SvgNodeKind::kLinearGradient>},
+    {"line", make<SvgLine, SvgNodeKind::kLine>},
+    {"mask", kDropped},
+    {"marker", kDropped},
+    {"path", make<SvgPath, SvgNodeKind::kPath>},
+    {"pattern", kDropped},
+    {"polygon", make<SvgPolygon, SvgNodeKind::kPolygon>},
+    {"polyline", make<SvgPolyline, SvgNodeKind::kPolyline>},
+    {"radialGradient", make<SvgRadialGradient, SvgNodeKind::kRadialGradient>},
+    {"rect", make<SvgRect, SvgNodeKind::kRect>},
+    {"solidColor", make<SvgSolidColor, SvgNodeKind::kSolidColor>},
+    {"stop", make<SvgStop, SvgNodeKind::kStop>},
+    {"svg", make<SvgSvg, SvgNodeKind::kSvg>},
+    {"symbol", kDropped},
+    {"use", make<SvgUse, SvgNodeKind::kUse>},
+};
+// clang-format on
+
+constexpr size_t kRuleCount = std::size(kRules);
+
+/// kFirstRule[letter]: where the rules of a letter begin, kRuleCount for a letter without any.
+constexpr auto kFirstRule = [] {
+    std::array<uint8_t, 256> first{};
+    first.fill(kRuleCount);
+    for (size_t i = kRuleCount; i-- > 0;) {
+        first[static_cast<uint8_t>(kRules[i].keyword[0])] = static_cast<uint8_t>(i);
+    }
+    return first;
+}();
+
+/// kDropped for an element that makes no node.
+Maker findMaker(const char* name) noexcept {
+    const char letter = name[0];
+    for (size_t i = kFirstRule[static_cast<uint8_t>(letter)]; i < kRuleCount; ++i) {
+        const std::string_view keyword = kRules[i].keyword;
+        if (keyword[0] != letter) break;
+        if (std::strncmp(name, keyword.data(), keyword.size()) == 0) return kRules[i].maker;
+    }
+    return make<SvgNode, SvgNodeKind::kGeneric>;
+}
+
+/// Reads the element's attributes, those that its `style` declares included.
+Status readAttributes(XMLElement& element, SvgNode& node, AttributeTable& attributes) noexcept {
+    attributes.read(element);
+    if (const char* style = attributes[AttributeId::kStyle]) {
+        const Status status = expandStyleAttribute(element, style, node.document().styleText);
+        if (status != Status::kOk) return status;
+        attributes.read(element);
+    }
+    return node.parseAttributes(attributes);
+}
+
+int childElementCount(const XMLElement& element) noexcept {
+    int count = 0;
+    for (const XMLElement* child = element.FirstChildElement(); child != nullptr;
+         child = child->NextSiblingElement()) {
+        ++count;
+    }
+    return count;
+}
+
+Status appendChildren(XMLElement& element, SvgNode& node) noexcept {
+    for (XMLElement* childElement = element.FirstChildElement(); childElement != nullptr;
+         childElement = childElement->NextSiblingElement()) {
+        SvgNode* child = nullptr;
+        Status status = buildNode(node.document(), *childElement, child);
+        if (status == Status::kOk && child != nullptr) {
+            status = node.appendChild(child);
+            if (status != Status::kOk) delete child;
+        }
+        if (status != Status::kOk) return status;
+    }
+    return Status::kOk;
+}
+
+/// Fills a bare node. Its id comes last, so that of two elements with one id, the one that ends
+/// later is found.
+Status fillNode(XMLElement& element, SvgNode& node) noexcept {
+    Status status = node.reserveChildren(childElementCount(element));
+    if (status != Status::kOk) return status;
+    AttributeTable attributes;
+    status = readAttributes(element, node, attributes);
+    if (status != Status::kOk) return status;
+    status = appendChildren(element, node);
+    if (status != Status::kOk) return status;
+    const char* id = attributes[AttributeId::kId];
+    if (id == nullptr) id = attributes[AttributeId::kXmlId];
+    return id != nullptr ? node.document().ids.insert(id, &node) : Status::kOk;
+}
+
+}  // namespace
+
+Status buildNode(SvgDocument& document, XMLElement& element, SvgNode*& node) noexcept {
+    node = nullptr;
+    const Maker maker = findMaker(element.Name());
+    if (maker == kDropped) return Status::kOk;
+    std::unique_ptr<SvgNode> built(maker(document, element));
+    if (built == nullptr) return Status::kOutOfMemory;
+    const Status status = fillNode(element, *built);
+    if (status == Status::kOk) node = built.release();
+    return status;
+}
+
+SvgNode* findReference(const SvgDocument& document, const char* reference) noexcept {
+    if (*reference == '#') ++reference;
+    return document.ids.find(reference, std::strcspn(reference, ")"));
+}
+
+}  // namespace quor

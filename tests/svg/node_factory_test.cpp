@@ -1,0 +1,141 @@
+#include "svg/node_factory.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "svg/shapes.h"
+#include "tree_fixture.h"
+
+namespace quor {
+namespace {
+
+using Kind = SvgNodeKind;
+
+TEST(NodeFactory, TheFirstKeywordThatANameBeginsWithDecides) {
+    struct Case {
+        const char* name;
+        std::optional<Kind> kind;  ///< none: dropped
+    };
+    const Case cases[] = {
+        {"circle", Kind::kCircle},     {"clipPath", std::nullopt},
+        {"defs", Kind::kDefs},         {"defsx", Kind::kDefs},
+        {"ellipse", Kind::kEllipse},   {"font", std::nullopt},
+        {"font-face", std::nullopt},   {"g", Kind::kGroup},
+        {"glyph", Kind::kGroup},       {"line", Kind::kLine},
+        {"lines", Kind::kLine},        {"linearGradient", Kind::kLinearGradient},
+        {"linear", Kind::kLine},       {"marker", std::nullopt},
+        {"mask", std::nullopt},        {"path", Kind::kPath},
+        {"pattern", std::nullopt},     {"polygon", Kind::kPolygon},
+        {"polyline", Kind::kPolyline}, {"radialGradient", Kind::kRadialGradient},
+        {"rect", Kind::kRect},         {"solidColor", Kind::kSolidColor},
+        {"stop", Kind::kStop},         {"stopper", Kind::kStop},
+        {"svg", Kind::kSvg},           {"symbol", std::nullopt},
+        {"use", Kind::kUse},           {"G", Kind::kGeneric},
+        {"text", Kind::kGeneric},      {"a", Kind::kGeneric},
+        {"lin", Kind::kGeneric},       {"radialgradient", Kind::kGeneric},
+        {"zebra", Kind::kGeneric},     {"\xC3\xA9t\xC3\xA9", Kind::kGeneric},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string name = c.name;
+        const SvgTree tree("<" + name + " viewBox='0'><rect id='inside'/></" + name + ">");
+        EXPECT_EQ(tree.status, Status::kOk);
+        ASSERT_EQ(tree.root != nullptr, c.kind.has_value());
+        EXPECT_EQ(tree.find("inside") != nullptr, c.kind.has_value());
+        if (c.kind.has_value()) {
+            EXPECT_EQ(tree.root->kind(), *c.kind);
+            ASSERT_EQ(tree.root->children().count(), 1);
+            EXPECT_EQ(tree.root->children()[0]->parent(), tree.root.get());
+        }
+    }
+}
+
+TEST(NodeFactory, ChildrenStandInDocumentOrderWithoutTheDropped) {
+    const SvgTree tree(inSvg("text<g/><!-- no --><mask><g id='masked'/></mask><rect/><use/>"));
+    const auto& children = tree.root->children();
+    ASSERT_EQ(children.count(), 3);
+    EXPECT_EQ(children[0]->kind(), Kind::kGroup);
+    EXPECT_EQ(children[1]->kind(), Kind::kRect);
+    EXPECT_EQ(children[2]->kind(), Kind::kUse);
+    EXPECT_EQ(tree.root->parent(), nullptr);
+    EXPECT_EQ(tree.find("masked"), nullptr);
+}
+
+TEST(NodeFactory, OnlyWhatCanBeSeenCountsInBounds) {
+    const SvgTree tree(
+        inSvg("<g/><rect/><circle/><path/><use/><svg viewBox='0'/>"
+              "<defs/><stop/><solidColor/><linearGradient/><text/>"));
+    for (int i = 0; i < tree.root->children().count(); ++i) {
+        EXPECT_EQ(tree.root->children()[i]->isRenderable(), i < 6) << i;
+    }
+}
+
+TEST(NodeFactory, StyleDeclarationsWinOverAttributes) {
+    const SvgTree tree(
+        inSvg("<rect id='plain' stroke-width='2' style='stroke-width:5; id:named; x:7'/>"));
+    const SvgNode* rect = tree.find("named");  // `style` may set anything, the id too
+    ASSERT_NE(rect, nullptr);
+    EXPECT_EQ(tree.find("plain"), nullptr);
+    EXPECT_STREQ(rect->id(), "named");
+    EXPECT_STREQ(rect->attribute("x"), "7");
+    EXPECT_EQ(rect->attribute("y"), nullptr);
+    EXPECT_EQ(rect->style().strokeWidth, 5.0F);
+}
+
+TEST(NodeFactory, TheElementThatEndsLastOwnsAnId) {
+    const SvgTree tree(
+        inSvg("<g id='a'><rect id='a'/></g><g id='b'/><rect id='b'/>"
+              "<circle xml:id='c'/><line id='d' xml:id='e'/>"));
+    EXPECT_EQ(tree.find("a")->kind(), Kind::kGroup);
+    EXPECT_EQ(tree.find("b")->kind(), Kind::kRect);
+    EXPECT_EQ(tree.find("c")->kind(), Kind::kCircle);
+    EXPECT_STREQ(tree.find("c")->id(), "c");
+    EXPECT_NE(tree.find("d"), nullptr);
+    EXPECT_EQ(tree.find("e"), nullptr);
+}
+
+TEST(NodeFactory, AReferenceLosesOneHashAndEndsAtAParenthesis) {
+    const SvgTree tree(inSvg("<rect id='a'/><rect id='#b'/>"));
+    const SvgNode* a = tree.find("a");
+    ASSERT_NE(a, nullptr);
+    for (const char* reference : {"#a", "a", "#a)", "#a) red", "a)#b"}) {
+        EXPECT_EQ(findReference(tree.document, reference), a) << reference;
+    }
+    EXPECT_EQ(findReference(tree.document, "##b"), tree.find("#b"));
+    for (const char* reference : {"", "#", ")", "#)a", "##a", "#A", "#aa", "#a ", "# a"}) {
+        EXPECT_EQ(findReference(tree.document, reference), nullptr) << reference;
+    }
+}
+
+TEST(NodeFactory, DeepDocumentsFailInTheParserNotInTheTree) {
+    for (const int depth : {90, 100000}) {
+        std::string text;
+        for (int i = 0; i < depth; ++i) text += "<g>";
+        for (int i = 0; i < depth; ++i) text += "</g>";
+        const SvgTree tree(text);
+        EXPECT_EQ(tree.status, depth == 90 ? Status::kOk : Status::kParser);
+        int levels = 0;
+        for (const SvgNode* node = tree.root.get(); node != nullptr; ++levels) {
+            node = node->children().isEmpty() ? nullptr : node->children()[0];
+        }
+        EXPECT_EQ(levels, depth == 90 ? depth : 0);
+    }
+}
+
+TEST(InheritedLookup, ClimbsPastInheritToTheInitialValue) {
+    const SvgTree tree(
+        inSvg("<g color='red'><g color='inherit'><rect id='a'/></g></g>"
+              "<rect id='b' color='inheritance'/><rect id='c' style='color:blue'/>"
+              "<g stop-opacity='0.5'><stop id='d' stop-opacity='inherit'/></g>"));
+    EXPECT_STREQ(lookupInherited(tree.find("a"), "color"), "red");
+    EXPECT_STREQ(lookupInherited(tree.find("b"), "color"), "#000");
+    EXPECT_STREQ(lookupInherited(tree.find("c"), "color"), "blue");
+    EXPECT_STREQ(lookupInherited(tree.find("d"), "stop-opacity"), "0.5");
+    EXPECT_STREQ(lookupInherited(tree.find("a"), "stop-opacity"), "1");
+    EXPECT_STREQ(lookupInherited(nullptr, "solid-color"), "#000");
+    EXPECT_EQ(lookupInherited(tree.find("a"), "no-such-property"), nullptr);
+}
+
+}  // namespace
+}  // namespace quor
