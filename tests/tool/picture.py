@@ -1,0 +1,56 @@
+"""A small reader of the PNG files that the tool writes: 8-bit RGBA, not interlaced."""
+import struct
+import zlib
+
+
+class Picture:
+    """Pixels as (red, green, blue, alpha), alpha straight."""
+
+    def __init__(self, data):
+        assert data[:8] == b"\x89PNG\r\n\x1a\n", "not a PNG file"
+        chunks = list(_chunks(data[8:]))
+        header = struct.unpack(">IIBBBBB", dict(chunks)[b"IHDR"])
+        assert header[2:] == (8, 6, 0, 0, 0), "not 8-bit RGBA without interlacing"
+        self.width, self.height = header[:2]
+        packed = b"".join(body for kind, body in chunks if kind == b"IDAT")
+        self._rows = _unfilter(zlib.decompress(packed), self.width * 4, self.height)
+
+    def at(self, x, y):
+        return tuple(self._rows[y][4 * x : 4 * x + 4])
+
+    def colors(self):
+        return {self.at(x, y) for y in range(self.height) for x in range(self.width)}
+
+
+def _chunks(data):
+    while data:
+        (size,) = struct.unpack(">I", data[:4])
+        kind, body = data[4:8], data[8 : 8 + size]
+        assert struct.unpack(">I", data[8 + size : 12 + size])[0] == zlib.crc32(kind + body)
+        yield kind, body
+        data = data[12 + size :]
+
+
+def _unfilter(data, stride, height):
+    rows = []
+    above = bytes(stride)
+    for y in range(height):
+        start = y * (stride + 1)
+        row = bytearray(data[start + 1 : start + 1 + stride])
+        _undo_filter(data[start], row, above)
+        rows.append(row)
+        above = row
+    return rows
+
+
+def _undo_filter(kind, row, above):
+    for i in range(len(row) if kind else 0):
+        left = row[i - 4] if i >= 4 else 0
+        above_left = above[i - 4] if i >= 4 else 0
+        guess = (0, left, above[i], (left + above[i]) // 2, _paeth(left, above[i], above_left))[kind]
+        row[i] = (row[i] + guess) & 0xFF
+
+
+def _paeth(left, above, above_left):
+    estimate = left + above - above_left
+    return min((left, above, above_left), key=lambda value: abs(estimate - value))

@@ -1,0 +1,40 @@
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
+#include <string>
+
+#include "quor/quor.h"
+#include "render_options.h"
+
+namespace {
+
+enum ExitStatus { kAllDone = 0, kSomethingFailed = 1, kWrongCommandLine = 2 };
+
+std::string versionText() {
+    return std::string("quor ") + quorGetString(QUOR_VERSION) + ", " + quorGetString(QUOR_VENDOR);
+}
+
+int runCommandLine(int argc, char** argv) {
+    CLI::App app{"Renders SVG Tiny 1.2 drawings.", "quor"};
+    app.set_version_flag("--version", versionText());
+    app.require_subcommand(1);
+    bool isSuccess = true;
+    tool::addRenderCommand(app, isSuccess);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? kAllDone : kWrongCommandLine;
+    }
+    return isSuccess ? kAllDone : kSomethingFailed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return runCommandLine(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "quor: %s\n", error.what());
+        return kSomethingFailed;
+    }
+}

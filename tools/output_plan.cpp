@@ -1,0 +1,78 @@
+#include "output_plan.h"
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <system_error>
+
+#include "file_error.h"
+#include "input_file.h"
+
+namespace tool {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isFolder(const fs::path& path) {
+    std::error_code ignored;
+    return fs::is_directory(path, ignored);
+}
+
+void requireFolder(const fs::path& folder) {
+    if (isFolder(folder)) return;
+    throw FileError(folder.string() + ": there is no such folder; create it with: mkdir -p " +
+                    folder.string());
+}
+
+/// "drawing.svg" gives "drawing.png"; any other ending is kept: "a.b" gives "a.b.png".
+std::string pictureName(const std::string& input) {
+    if (input == kStandardStream) return "stdin.png";
+    fs::path name = fs::path(input).filename();
+    if (name.extension() == ".svg" || name.extension() == ".SVG") name.replace_extension();
+    return name.string() + ".png";
+}
+
+bool isSameFile(const std::string& first, const std::string& second) {
+    std::error_code ignored;
+    return fs::equivalent(first, second, ignored);
+}
+
+}  // namespace
+
+OutputPlan::OutputPlan(const std::string& output, std::size_t inputCount)
+    : output_(output), isFolder_(!output.empty() && (output.back() == '/' || isFolder(output))) {
+    if (output.empty()) return;
+    if (isFolder_) {
+        requireFolder(output);
+    } else if (inputCount > 1) {
+        throw FileError(output + ": one file cannot hold " + std::to_string(inputCount) +
+                        " pictures; name a folder instead: -o DIR/");
+    } else if (output != kStandardStream && fs::path(output).has_parent_path()) {
+        requireFolder(fs::path(output).parent_path());
+    }
+}
+
+std::string OutputPlan::choosePath(const std::string& input) const {
+    if (isFolder_) return (fs::path(output_) / pictureName(input)).string();
+    if (!output_.empty()) return output_;
+    if (input == kStandardStream) return kStandardStream;
+    return fs::path(input).replace_filename(pictureName(input)).string();
+}
+
+std::string OutputPlan::pathFor(const std::string& input) {
+    std::string path = choosePath(input);
+    if (path == kStandardStream) {
+        if (isatty(STDOUT_FILENO) != 0)
+            throw FileError("a picture is not for a terminal; name a file with -o OUT.png");
+        return path;
+    }
+    if (input != kStandardStream && isSameFile(path, input))
+        throw FileError("the picture would overwrite its own document; choose another -o");
+    if (!taken_.insert(fs::path(path).lexically_normal().string()).second)
+        throw FileError("its picture would overwrite " + path +
+                        ", just written for another input; render them into separate folders");
+    return path;
+}
+
+}  // namespace tool
