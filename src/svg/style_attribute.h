@@ -28,7 +28,8 @@ Status readPresentationAttributes(const AttributeTable& attributes, const Length
                                   SvgMatrix& transform) noexcept;
 
 /// Writes each declaration of a `style` text as an attribute of the element, replacing one of the
-/// same name. Malformed declarations are skipped. `scratch` is reused from element to element.
+/// same name. Malformed declarations are skipped, and so are those after the first 1024. `scratch`
+/// is reused from element to element.
 Status expandStyleAttribute(tinyxml2::XMLElement& element, const char* style,
                             base::Array<char>& scratch) noexcept;
 

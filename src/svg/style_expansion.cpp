@@ -12,6 +12,10 @@ namespace {
 constexpr int kMaxNameLength = 31;
 constexpr size_t kMaxStyleLength = 0x7FFFFFFE;
 
+/// The XML library looks for an attribute's name along the whole list: without a limit a text of
+/// many names would take time by its square.
+constexpr int kMaxDeclarations = 1024;
+
 constexpr bool isNameCharacter(char c) noexcept { return isAsciiLetter(c) || c == '-'; }
 
 /// A declaration of a style text; both parts are terminated in place, in the text's own memory.
@@ -80,7 +84,9 @@ Status expandStyleAttribute(tinyxml2::XMLElement& element, const char* style,
     DeclarationReader reader(scratch.data());
     Declaration declaration{};
     try {
-        while (reader.next(declaration)) element.SetAttribute(declaration.name, declaration.value);
+        for (int i = 0; i < kMaxDeclarations && reader.next(declaration); ++i) {
+            element.SetAttribute(declaration.name, declaration.value);
+        }
     } catch (const std::bad_alloc&) {
         return Status::kOutOfMemory;
     }

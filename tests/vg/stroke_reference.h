@@ -111,6 +111,12 @@ public:
         return isNear ? Verdict::kTooClose : Verdict::kOutside;
     }
 
+    /// The definition itself, without any margin.
+    bool covers(Place p) const {
+        return std::any_of(shapes_.begin(), shapes_.end(),
+                           [&](const ConvexShape& shape) { return shape.contains(p, 0.0, 0.0); });
+    }
+
 private:
     void add(const Polyline& line) {
         for (size_t i = 0; i < line.edgeCount(); ++i) addEdge(line, i);
