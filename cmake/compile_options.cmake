@@ -5,6 +5,10 @@ add_compile_options(-ffp-contract=off -fno-fast-math)
 
 if(QUOR_DEVELOPER_WARNINGS)
   add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # Warns of std::string's own operator+ (GCC bug 105651).
+    add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+  endif()
 endif()
 
 if(QUOR_SANITIZE)

@@ -17,6 +17,7 @@ foreach(header vg.h vgu.h engine.h)  # all of the engine that the library side m
   layer_link(engine vg/${header})
 endforeach()
 layer_link(svg svg)
+layer_link(packing api/packing)
 layer_link(api api)
 
 # add_layer(name folder layers...): an object target of the folder's own sources.

@@ -3,6 +3,7 @@
 #include <exception>
 #include <string>
 
+#include "pack_options.h"
 #include "quor/quor.h"
 #include "render_options.h"
 
@@ -15,11 +16,12 @@ std::string versionText() {
 }
 
 int runCommandLine(int argc, char** argv) {
-    CLI::App app{"Renders SVG Tiny 1.2 drawings.", "quor"};
+    CLI::App app{"Renders SVG Tiny 1.2 drawings and packs them into texture atlases.", "quor"};
     app.set_version_flag("--version", versionText());
     app.require_subcommand(1);
     bool isSuccess = true;
     tool::addRenderCommand(app, isSuccess);
+    tool::addPackCommand(app, isSuccess);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -24,22 +24,30 @@ struct EncodedPicture {
 };
 
 /// channel * 255 / alpha, rounded to nearest. A channel cannot exceed its alpha, but for rounding.
-unsigned char straightChannel(std::uint32_t channel, std::uint32_t alpha) {
-    return static_cast<unsigned char>(std::min((channel * 255 + alpha / 2) / alpha, 255u));
+std::uint32_t straightChannel(std::uint32_t channel, std::uint32_t alpha) {
+    return std::min((channel * 255 + alpha / 2) / alpha, 255u);
 }
 
-void storeStraight(std::uint32_t pixel, unsigned char* rgba) {
+std::uint32_t straightPixel(std::uint32_t pixel) {
     const std::uint32_t alpha = pixel >> 24;
-    for (int i = 0; i < 3; ++i) {
-        const std::uint32_t channel = pixel >> (16 - 8 * i) & 0xFF;
-        rgba[i] = alpha == 0 ? 0 : straightChannel(channel, alpha);
-    }
-    rgba[3] = static_cast<unsigned char>(alpha);
+    if (alpha == 0) return 0;
+    std::uint32_t straight = alpha << 24;
+    for (const int shift : {16, 8, 0})
+        straight |= straightChannel(pixel >> shift & 0xFF, alpha) << shift;
+    return straight;
 }
 
-Bytes straightPixels(const std::uint32_t* pixels, std::size_t count) {
+void storeBytes(std::uint32_t pixel, unsigned char* rgba) {
+    for (const int shift : {16, 8, 0, 24})  // red, green, blue, alpha
+        *rgba++ = static_cast<unsigned char>(pixel >> shift);
+}
+
+Bytes rgbaOf(const std::uint32_t* pixels, std::size_t count, AlphaKind alpha) {
     Bytes rgba = std::make_unique_for_overwrite<unsigned char[]>(count * 4);
-    for (std::size_t i = 0; i < count; ++i) storeStraight(pixels[i], &rgba[i * 4]);
+    for (std::size_t i = 0; i < count; ++i) {
+        const bool isStraight = alpha == AlphaKind::kStraight;
+        storeBytes(isStraight ? pixels[i] : straightPixel(pixels[i]), &rgba[i * 4]);
+    }
     return rgba;
 }
 
@@ -77,9 +85,13 @@ void writeFile(const std::string& path, const EncodedPicture& picture) {
 
 }  // namespace
 
+void makeStraight(std::uint32_t* pixels, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) pixels[i] = straightPixel(pixels[i]);
+}
+
 void writePng(const std::string& path, const std::uint32_t* pixels, std::uint32_t width,
-              std::uint32_t height) {
-    const Bytes rgba = straightPixels(pixels, std::size_t{width} * height);
+              std::uint32_t height, AlphaKind alpha) {
+    const Bytes rgba = rgbaOf(pixels, std::size_t{width} * height, alpha);
     const EncodedPicture picture = encode(rgba, width, height);
     if (path != kStandardStream) return writeFile(path, picture);
     if (!writeAndFlush(stdout, picture)) throwUnwritable("<stdout>", errno);

@@ -5,6 +5,7 @@
 
 #include "file_error.h"
 #include "input_file.h"
+#include "library_error.h"
 #include "output_plan.h"
 #include "png_writer.h"
 #include "progress.h"
@@ -14,23 +15,6 @@
 namespace tool {
 
 namespace {
-
-[[noreturn]] void throwOutOfMemory() {
-    throw FileError("the memory does not suffice; render it smaller or close other programs");
-}
-
-/// Library calls whose arguments the options have checked fail for want of memory or for a
-/// document that cannot be drawn.
-void requireSuccess(std::uint32_t error) {
-    if (error == QUOR_NO_ERROR) return;
-    if (error == QUOR_OUT_OF_MEMORY_ERROR) throwOutOfMemory();
-    if (error == QUOR_INVALID_SVG_ERROR) {
-        throw FileError(
-            "its <use> elements refer in a circle, or nest or repeat without bounds; "
-            "break the chain");
-    }
-    throw FileError("it cannot be drawn (library error " + std::to_string(error) + ")");
-}
 
 void applyAlignment(const RenderOptions& options, const Document& document) {
     std::uint32_t alignment[2];  // align, meet or slice
@@ -64,14 +48,6 @@ void renderFile(const std::string& input, const std::string& output, const Rende
     rotateAboutCentre(surface, size, options.rotation);
     requireSuccess(quorDocDraw(document.get(), surface.get(), options.quality));
     writePng(output, quorSurfacePixels(surface.get()), size.width, size.height);
-}
-
-void report(const std::string& input, const FileError& error) {
-    const std::string name = displayName(input);
-    if (error.line() > 0)
-        std::fprintf(stderr, "%s:%d: %s\n", name.c_str(), error.line(), error.what());
-    else
-        std::fprintf(stderr, "%s: %s\n", name.c_str(), error.what());
 }
 
 void reportSummary(std::size_t total, const std::vector<std::string>& failed) {

@@ -218,6 +218,87 @@ QUOR_API uint32_t quorDocDraw(uint32_t document, uint32_t surface, uint32_t rend
 QUOR_API uint32_t quorPointMap(uint32_t document, uint32_t surface, float x, float y,
                                uint32_t useSurfaceTransform, float* result);
 
+/* ---- Atlas packing ---- */
+
+/*
+ * Places the elements of documents in as few and as small bins as it can, and draws the bins:
+ * quorPackingBegin, quorPackingAdd for each document, quorPackingEnd; then for each bin
+ * quorPackingBinInfo, a surface of that size, quorPackingDraw and quorSurfaceCopy. Documents may be
+ * drawn and surfaces used meanwhile.
+ *
+ * A document destroyed before quorPackingEnd takes its elements along. Destroyed later, its
+ * rectangles cannot be drawn any more and their ids read "".
+ */
+
+/* A placed element; 4-byte aligned. */
+typedef struct QuorPackedRect {
+    const char* id;    /* its id or xml:id, "" when it has none; owned by the document */
+    uint32_t document; /* the handle given to quorPackingAdd */
+    uint32_t element;  /* counted from 0 in collecting order over all quorPackingAdd calls */
+    int32_t originX;   /* top left corner of the element in scaled document pixels, */
+    int32_t originY;   /* y downward */
+    uint32_t x, y;     /* top left corner in the bin, y downward, border not included */
+    uint32_t width;    /* pixels */
+    uint32_t height;   /* pixels */
+    float scale;       /* document units to pixels */
+} QuorPackedRect;
+
+/*
+ * Starts a packing and forgets the result of the last one. Bins have at most maxDimension pixels a
+ * side; `border` pixels stay free between elements and along the edges; pow2Bins other than 0
+ * makes the sides powers of two; `scale` maps document units to pixels.
+ * 0, 1, 7 when already packing, 3 when maxDimension is 0 or above quorSurfaceMaxDimension(),
+ * 2 * border reaches maxDimension, the scale is not above 0, or pow2Bins meets a maxDimension that
+ * is no power of two; 4.
+ */
+QUOR_API uint32_t quorPackingBegin(uint32_t maxDimension, uint32_t border, uint32_t pow2Bins,
+                                   float scale);
+
+/*
+ * Collects elements of a document at quorPackingBegin's scale times this one. explodeGroups 0: the
+ * children of the outermost element, each with all that is in it; else `g` and nested `svg`
+ * elements are opened, down to shapes and `use` elements. Elements that draw nothing of their own
+ * (`defs`, paint servers, display "none", unknown ones, empty ones) are passed over.
+ * Stores in `info` (2 values) how many elements were taken and how many were left out because they
+ * are larger than maxDimension without its two borders.
+ * 0, 1, 8 when not packing, 2, 3 for a bad pointer or a scale not above 0; 4, 6, 9 (nothing of the
+ * document is taken then).
+ */
+QUOR_API uint32_t quorPackingAdd(uint32_t document, uint32_t explodeGroups, float scale,
+                                 uint32_t* info);
+
+/*
+ * Ends the packing in any case. performPacking 0 drops what was collected; else the elements are
+ * packed, the same way on every machine. 0 (with 0 bins when nothing was collected), 1, 8 when not
+ * packing, 4 (there is no result then).
+ */
+QUOR_API uint32_t quorPackingEnd(uint32_t performPacking);
+
+/* How many bins there are; 0 when not initialised, while packing or without a result. */
+QUOR_API uint32_t quorPackingBinsCount(void);
+
+/*
+ * Stores a bin's width and height in pixels and its number of rectangles in `info` (3 values).
+ * 0, 1, 7 while packing, 3 for a bad pointer, no result, or a bin out of range.
+ */
+QUOR_API uint32_t quorPackingBinInfo(uint32_t bin, uint32_t* info);
+
+/*
+ * A bin's rectangles in collecting order; null where quorPackingBinInfo would fail. Valid until the
+ * next quorPackingBegin or quorDone.
+ */
+QUOR_API const QuorPackedRect* quorPackingBinRects(uint32_t bin);
+
+/*
+ * Clears the surface as quorDocDraw does and draws rectsCount rectangles of a bin, from firstRect
+ * on, each at its place in the surface's pixels: the surface's viewport and viewport transform are
+ * not used. An element has the style and the transforms of all that it is inside of.
+ * 0, 1, 7 while packing, 3 for no result, a bin or rectangles out of range, 2 for a bad surface, 3
+ * for an unknown quality, 2 when a document of the rectangles no longer exists; 4, 6, 9.
+ */
+QUOR_API uint32_t quorPackingDraw(uint32_t bin, uint32_t firstRect, uint32_t rectsCount,
+                                  uint32_t surface, uint32_t renderingQuality);
+
 #ifdef __cplusplus
 }
 #endif

@@ -40,6 +40,7 @@ public:
     Status draw(const DrawingSurface& surface, RenderingQuality quality) noexcept;
 
     SvgSvg& root() const noexcept { return *root_; }
+    Traversal& traversal() noexcept { return traversal_; }
 
     Rect viewport;  ///< the part that is shown, in the document's own units
     ViewportAlignment alignment;

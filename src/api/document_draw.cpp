@@ -1,4 +1,5 @@
 #include "api/document.h"
+#include "api/draw_state.h"
 #include "svg/engine_error.h"
 #include "vg/vg.h"
 
@@ -47,7 +48,9 @@ VGint engineQuality(RenderingQuality quality) noexcept {
     return VG_RENDERING_QUALITY_BETTER;
 }
 
-void setEngineState(RenderingQuality quality) noexcept {
+}  // namespace
+
+void setDrawState(RenderingQuality quality) noexcept {
     vgSeti(VG_RENDERING_QUALITY, engineQuality(quality));
     for (const IntegerSetting& setting : kIntegerSettings) vgSeti(setting.parameter, setting.value);
     for (const FloatSetting& setting : kFloatSettings) vgSetf(setting.parameter, setting.value);
@@ -55,8 +58,7 @@ void setEngineState(RenderingQuality quality) noexcept {
     vgSetPaint(VG_INVALID_HANDLE, VG_STROKE_PATH);
 }
 
-/// From y downward and the top left corner to the engine's y upward and the bottom left corner.
-SvgMatrix flip(const DrawingSurface& surface) noexcept {
+SvgMatrix surfaceFlip(const DrawingSurface& surface) noexcept {
     SvgMatrix matrix;
     matrix.m11 = -1.0F;
     matrix.m12 = static_cast<float>(surface.height());
@@ -64,13 +66,11 @@ SvgMatrix flip(const DrawingSurface& surface) noexcept {
     return matrix;
 }
 
-}  // namespace
-
 Status Document::draw(const DrawingSurface& surface, RenderingQuality quality) noexcept {
     if (viewport.isDegenerate()) return Status::kOk;
-    const SvgMatrix base = flip(surface) * surface.transformMatrix();
+    const SvgMatrix base = surfaceFlip(surface) * surface.transformMatrix();
     if (const Status status = traversal_.begin(base); status != Status::kOk) return status;
-    setEngineState(quality);
+    setDrawState(quality);
     root_->setOutermostMapping(viewportMapping(viewport, surface.viewport, alignment));
     const Status status = root_->draw(traversal_);
     const Status pending = takeEngineError();

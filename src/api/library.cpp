@@ -1,5 +1,6 @@
 #include "api/library.h"
 
+#include "api/packing_draw.h"
 #include "svg/engine_error.h"
 #include "vg/vg.h"
 
@@ -27,13 +28,17 @@ Status LibraryContext::initialize(uint32_t screenWidth, uint32_t screenHeight, f
 }
 
 bool LibraryContext::allocate() noexcept {
-    if (!handles_.initialize()) return false;
+    if (!handles_.initialize() || !packing_.initialize()) return false;
     engine_ = vg::createContext(nullptr);
     idleSurface_ = vg::createSurface(1, 1, {});
     if (engine_ == nullptr || idleSurface_ == nullptr) return false;
     if (!vg::makeCurrent(engine_, idleSurface_)) return false;
-    packingSurface_ = createSurface(1, 1);
-    return packingSurface_ != 0;
+    return createPackingSurface();
+}
+
+bool LibraryContext::createPackingSurface() noexcept {
+    packingSurface_ = findSurface(createSurface(1, 1));
+    return packingSurface_ != nullptr;
 }
 
 void LibraryContext::done() noexcept {
@@ -57,7 +62,8 @@ void LibraryContext::releaseAll() noexcept {
     });
     vg::destroySurface(idleSurface_);
     idleSurface_ = nullptr;
-    packingSurface_ = 0;
+    packingSurface_ = nullptr;
+    packing_.release();
 }
 
 DrawingSurface* LibraryContext::findSurface(uint32_t handle) const noexcept {
@@ -94,22 +100,46 @@ Status LibraryContext::destroySurface(uint32_t handle) noexcept {
 Status LibraryContext::destroyDocument(uint32_t handle) noexcept {
     void* object = nullptr;
     if (!handles_.release(handle, HandleKind::kDocument, object)) return Status::kBadHandle;
+    packing_.forgetDocument(static_cast<Document*>(object));
     delete static_cast<Document*>(object);
     return Status::kOk;
 }
 
 void LibraryContext::retire(DrawingSurface* surface) noexcept {
+    if (surface == packingSurface_) packingSurface_ = nullptr;
     if (vg::currentSurface() == surface->engineSurface()) vg::makeCurrent(engine_, idleSurface_);
     delete surface;
 }
 
 Status LibraryContext::draw(Document* document, DrawingSurface& surface,
                             RenderingQuality quality) noexcept {
+    if (const Status status = prepareDraw(surface); status != Status::kOk) return status;
+    return document != nullptr ? document->draw(surface, quality) : Status::kOk;
+}
+
+Status LibraryContext::beginPacking(const packing::BinRules& rules, float scale) noexcept {
+    if (packingSurface_ == nullptr && !createPackingSurface()) return Status::kOutOfMemory;
+    if (!vg::makeCurrent(engine_, packingSurface_->engineSurface())) {
+        return Status::kIllegalArgument;
+    }
+    packing_.begin(rules, scale);
+    return Status::kOk;
+}
+
+Status LibraryContext::drawPackedRects(const QuorPackedRect* rects, uint32_t count,
+                                       DrawingSurface& surface, RenderingQuality quality) noexcept {
+    for (uint32_t i = 0; i < count; ++i) {
+        if (packing_.elementOf(rects[i]).document == nullptr) return Status::kBadHandle;
+    }
+    if (const Status status = prepareDraw(surface); status != Status::kOk) return status;
+    return quor::drawPackedRects(packing_, rects, count, surface, quality);
+}
+
+Status LibraryContext::prepareDraw(const DrawingSurface& surface) const noexcept {
     if (!vg::makeCurrent(engine_, surface.engineSurface())) return Status::kIllegalArgument;
     (void)takeEngineError();  // left behind by a call that ended early
     vgSeti(VG_SCISSORING, VG_FALSE);
-    if (const Status status = clear(surface); status != Status::kOk) return status;
-    return document != nullptr ? document->draw(surface, quality) : Status::kOk;
+    return clear(surface);
 }
 
 Status LibraryContext::clear(const DrawingSurface& surface) const noexcept {

@@ -5,6 +5,7 @@
 #include "api/document.h"
 #include "api/drawing_surface.h"
 #include "api/handles.h"
+#include "api/packing.h"
 #include "svg/document.h"
 #include "svg/status.h"
 #include "vg/engine.h"
@@ -45,20 +46,38 @@ public:
     /// Clears the surface as the settings say, then draws the document unless it is null.
     Status draw(Document* document, DrawingSurface& surface, RenderingQuality quality) noexcept;
 
+    Packing& packing() noexcept { return packing_; }
+
+    /// Starts a packing with the packing surface current. kOutOfMemory, with nothing changed, when
+    /// that surface was destroyed and cannot be made again; kIllegalArgument when it cannot be made
+    /// current. Preconditions as for Packing::begin.
+    Status beginPacking(const packing::BinRules& rules, float scale) noexcept;
+
+    /// Clears the surface as the settings say, then draws the rectangles of the packing.
+    /// kBadHandle, with nothing drawn, when the document of one of them no longer exists.
+    Status drawPackedRects(const QuorPackedRect* rects, uint32_t count, DrawingSurface& surface,
+                           RenderingQuality quality) noexcept;
+
     ClearSettings clearing;
 
 private:
     bool allocate() noexcept;
     void releaseAll() noexcept;
     void retire(DrawingSurface* surface) noexcept;
+    /// Makes the surface current and clears it as the settings say.
+    Status prepareDraw(const DrawingSurface& surface) const noexcept;
     Status clear(const DrawingSurface& surface) const noexcept;
+    bool createPackingSurface() noexcept;
 
     bool isInitialized_ = false;
     vg::Context* engine_ = nullptr;
     vg::Surface* idleSurface_ = nullptr;  ///< 1 x 1, current when no other surface is
     ScreenParameters screen_;
     HandleTable handles_;
-    uint32_t packingSurface_ = 0;  ///< 1 x 1, where the atlas packer measures documents
+    /// 1 x 1, where the atlas packer measures documents; null when a caller destroyed it. By its
+    /// address, for its handle may have gone to another surface.
+    DrawingSurface* packingSurface_ = nullptr;
+    Packing packing_;
 };
 
 extern constinit LibraryContext library;

@@ -1,6 +1,7 @@
 // How containers are drawn and measured: the operations of SvgNode that walk, and those of the
 // containers that walk in a way of their own.
 
+#include "api/container_visit.h"
 #include "api/traversal.h"
 #include "svg/containers.h"
 
@@ -17,15 +18,6 @@ Status drawContent(SvgNode& node, Traversal& traversal) noexcept {
         if (const Status status = child->draw(traversal); status != Status::kOk) return status;
     }
     return Status::kOk;
-}
-
-/// Runs `content` inside an `svg` element: in its own coordinates, its viewport being mapped into
-/// its parent's. Does nothing for one without area.
-template <class Content>
-Status visitViewport(SvgSvg& svg, Traversal& traversal, Content content) noexcept {
-    SvgMatrix mapping;
-    if (!svg.ownMapping(mapping)) return Status::kOk;
-    return traversal.visit(svg, mapping * svg.transform(), content);
 }
 
 /// Runs `content` on the target of an entered `use`, which places the target at its x and y and is
