@@ -3,6 +3,9 @@
 # The same pixels on every machine: floats are computed as written.
 add_compile_options(-ffp-contract=off -fno-fast-math)
 
+# Square roots are single instructions; their values do not change.
+add_compile_options(-fno-math-errno)
+
 if(QUOR_DEVELOPER_WARNINGS)
   add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

@@ -1,5 +1,6 @@
 #include "api/shape_painter.h"
 
+#include "api/engine_matrix.h"
 #include "api/traversal.h"
 #include "svg/engine_error.h"
 #include "svg/paint_server.h"
@@ -73,6 +74,7 @@ Status ShapePainter::paintPass(PaintPass pass) noexcept {
         vgDrawPath(path, static_cast<VGbitfield>(modes));
     }
     nonScalingStroke_.restore();
+    restorePaintMatrices();
     return status != Status::kOk ? status : takeEngineError();
 }
 
@@ -114,6 +116,7 @@ Status ShapePainter::setPaint(const SvgPaint& paint, DrawModes mode, bool& isUsa
         if (paint.server != nullptr) {
             auto* server = static_cast<SvgPaintServer*>(paint.server);
             const Status status = server->buildPaint(traversal_, shape_, forFill, isUsable);
+            if (isUsable) loadPaintMatrix(server->paintMatrix(), mode);
             if (status != Status::kOk || isUsable) return status;
         }
         type = paint.fallback;
@@ -126,6 +129,24 @@ Status ShapePainter::setPaint(const SvgPaint& paint, DrawModes mode, bool& isUsa
     vgSetParameterfv(enginePaint, VG_PAINT_COLOR, 4, color);
     vgSetPaint(enginePaint, static_cast<VGbitfield>(mode));
     return Status::kOk;
+}
+
+void ShapePainter::loadPaintMatrix(const SvgMatrix& matrix, DrawModes mode) noexcept {
+    if (matrix.isIdentity()) return;
+    loadEngineMatrix(
+        mode == DrawModes::kFill ? VG_MATRIX_FILL_PAINT_TO_USER : VG_MATRIX_STROKE_PAINT_TO_USER,
+        matrix);
+    loadedMatrices_ = with(loadedMatrices_, mode);
+}
+
+void ShapePainter::restorePaintMatrices() noexcept {
+    if (includes(loadedMatrices_, DrawModes::kFill)) {
+        loadEngineMatrix(VG_MATRIX_FILL_PAINT_TO_USER, SvgMatrix());
+    }
+    if (includes(loadedMatrices_, DrawModes::kStroke)) {
+        loadEngineMatrix(VG_MATRIX_STROKE_PAINT_TO_USER, SvgMatrix());
+    }
+    loadedMatrices_ = DrawModes::kNone;
 }
 
 Status SvgShape::paint(Traversal& traversal) noexcept {

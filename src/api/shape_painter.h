@@ -38,11 +38,14 @@ private:
     Status setupPaint(const SvgPaint& paint, float opacity, DrawModes mode,
                       DrawModes& modes) noexcept;
     Status setPaint(const SvgPaint& paint, DrawModes mode, bool& isUsable) noexcept;
+    void loadPaintMatrix(const SvgMatrix& matrix, DrawModes mode) noexcept;
+    void restorePaintMatrices() noexcept;
 
     Traversal& traversal_;
     SvgShape& shape_;
     const SvgStyle& style_;
     NonScalingStroke nonScalingStroke_;
+    DrawModes loadedMatrices_ = DrawModes::kNone;  ///< paint matrices that are not the identity
 };
 
 }  // namespace quor

@@ -2,6 +2,7 @@
 
 #include "svg/length.h"
 #include "svg/paint_server.h"
+#include "vg/vg.h"
 
 namespace quor {
 
@@ -9,23 +10,64 @@ enum class GradientUnits : uint8_t { kUserSpaceOnUse = 0, kObjectBoundingBox = 1
 enum class SpreadMethod : uint8_t { kPad = 0, kReflect = 1, kRepeat = 2 };
 
 /// What linear and radial gradients have in common.
+///
+/// A gradient owns an engine paint, made when it is first used. Attributes that it lacks come from
+/// the nearest gradient of its chain of references that has them, geometry only from one of its own
+/// kind, and its stops from the nearest one with stops.
 class SvgGradient : public SvgPaintServer {
 public:
     using SvgPaintServer::SvgPaintServer;
+    ~SvgGradient() override;
     Status parseAttributes(const AttributeTable& attributes) noexcept override;
+    Status buildPaint(Traversal& traversal, SvgShape& shape, bool forFill,
+                      bool& isUsable) noexcept override;
 
     GradientUnits gradientUnits = GradientUnits::kObjectBoundingBox;
     SpreadMethod spreadMethod = SpreadMethod::kPad;
     SvgMatrix gradientTransform;
-    /// Which of the three above the element has itself; an unreadable keyword does not count.
+    /// Which of the three above the element has, itself or by inheritance; an unreadable keyword
+    /// does not count.
     bool hasUnits = false;
     bool hasSpreadMethod = false;
     bool hasTransform = false;
     const char* href = nullptr;  ///< raw `xlink:href` text, or null
 
+    /// Takes over what the element lacks from the gradients that it refers to, once. A circle of
+    /// references ends where it began.
+    void inheritAttributes() noexcept;
+
+    /// The gradient whose stops are used; null when there is none. Valid after inheritAttributes().
+    const SvgGradient* stopSource() const noexcept { return stopSource_; }
+
 protected:
     /// Reads the geometry attributes of the kind.
     virtual void parseGeometry(const AttributeTable& attributes) noexcept = 0;
+
+    /// Takes over the absent lengths from a gradient of the same kind.
+    virtual void inheritGeometry(const SvgGradient& other) noexcept = 0;
+
+    /// Sends type and geometry to the engine paint.
+    virtual void sendGeometry() const noexcept = 0;
+
+    /// A geometry attribute in the gradient's units: user units, or parts of the shape's box.
+    float resolve(const SvgLength& length, LengthAxis axis) const noexcept;
+
+    VGPaint paint_ = VG_INVALID_HANDLE;
+
+private:
+    SvgGradient* referenced() noexcept;
+    void inheritFrom(const SvgGradient& other) noexcept;
+    bool hasStops() const noexcept;
+
+    Status createPaint() noexcept;
+    Status sendStops() noexcept;
+    void setPaintMatrix(const Box& shapeBounds) noexcept;
+
+    SvgGradient* referenced_ = nullptr;
+    bool isReferenceResolved_ = false;
+    bool isInherited_ = false;
+    const SvgGradient* stopSource_ = nullptr;
+    bool stopsFinal_ = false;  ///< the engine has the stops, and they will not change
 };
 
 class SvgLinearGradient final : public SvgGradient {
@@ -35,6 +77,8 @@ public:
 
 protected:
     void parseGeometry(const AttributeTable& attributes) noexcept override;
+    void inheritGeometry(const SvgGradient& other) noexcept override;
+    void sendGeometry() const noexcept override;
 };
 
 class SvgRadialGradient final : public SvgGradient {
@@ -44,6 +88,8 @@ public:
 
 protected:
     void parseGeometry(const AttributeTable& attributes) noexcept override;
+    void inheritGeometry(const SvgGradient& other) noexcept override;
+    void sendGeometry() const noexcept override;
 };
 
 /// A colour with an opacity that a node resolves from a pair of properties, once if they do not
@@ -71,9 +117,13 @@ private:
 class SvgSolidColor final : public SvgPaintServer {
 public:
     using SvgPaintServer::SvgPaintServer;
+    ~SvgSolidColor() override;
+    Status buildPaint(Traversal& traversal, SvgShape& shape, bool forFill,
+                      bool& isUsable) noexcept override;
     const ResolvedColor& resolvedColor() noexcept;
 
 private:
+    VGPaint paint_ = VG_INVALID_HANDLE;
     ResolvedColor resolved_;
 };
 

@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "vg/context.h"
-#include "vg/paint.h"
+#include "vg/paint_params.h"
 #include "vg/path.h"
 #include "vg/path_query.h"
 #include "vg/raster/rasterizer.h"
@@ -52,14 +52,6 @@ const FlatteningTolerance& updateTolerance(const DrawCall& call) noexcept {
     return context.tolerance;
 }
 
-raster::PaintParams paintParams(const Context& context, const Paint* paint) noexcept {
-    raster::PaintParams params;
-    if (paint != nullptr) std::copy_n(paint->color, 4, params.color);
-    params.colorTransformEnabled = context.colorTransformEnabled;
-    std::copy_n(context.effectiveColorTransform.values, 8, params.colorTransform);
-    return params;
-}
-
 raster::FillParams commonParams(const DrawCall& call) noexcept {
     raster::FillParams params;
     params.userToSurface = pathMatrix(call.context);
@@ -69,14 +61,25 @@ raster::FillParams commonParams(const DrawCall& call) noexcept {
     return params;
 }
 
+/// Fills with the paint of the mode. False when memory runs out.
+bool fillWith(const DrawCall& call, VGPaintMode mode, raster::FillParams& params) noexcept {
+    switch (setupPaintParams(call.context, call.surface, mode, params.paint)) {
+        case PaintSetup::kReady:
+            return call.context.rasterizer.fill(params);
+        case PaintSetup::kDrawsNothing:
+            return true;
+        case PaintSetup::kOutOfMemory:
+            break;
+    }
+    return false;
+}
+
 bool drawFill(const DrawCall& call, const FlattenedPath& flattened) noexcept {
-    Context& context = call.context;
     raster::FillParams params = commonParams(call);
     params.polygon = flattened.polygon();
-    params.fillRule = static_cast<raster::FillRule>(context.fillRule);
-    params.blendMode = context.fillBlendMode;
-    params.paint = paintParams(context, context.fillPaint);
-    return context.rasterizer.fill(params);
+    params.fillRule = static_cast<raster::FillRule>(call.context.fillRule);
+    params.blendMode = call.context.fillBlendMode;
+    return fillWith(call, VG_FILL_PATH, params);
 }
 
 StrokeParams strokeParams(const Context& context) noexcept {
@@ -106,8 +109,7 @@ bool drawStroke(const DrawCall& call, const FlattenedPath& flattened) noexcept {
     params.polygon = outline.polygon();
     params.fillRule = raster::FillRule::kNonZero;
     params.blendMode = context.strokeBlendMode;
-    params.paint = paintParams(context, context.strokePaint);
-    return context.rasterizer.fill(params);
+    return fillWith(call, VG_STROKE_PATH, params);
 }
 
 /// Steps that were done before memory ran out are not done again.

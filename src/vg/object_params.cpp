@@ -12,6 +12,13 @@ template <auto kMember>
 constexpr ParamAccess<Paint> kPaintField = {storeMember<Paint, kMember>,
                                             loadMember<Paint, kMember>};
 
+constexpr ParamAccess<Paint> kRampStops = {
+    [](Paint& paint, const ParamInput& input) noexcept { return paint.stops.set(input); },
+    [](const Paint& paint, ParamOutput& output) noexcept {
+        output.put(paint.stops.given().data(), paint.stops.given().count());
+    },
+    [](const Paint& paint) noexcept { return VGint{paint.stops.given().count()}; }};
+
 template <auto kMember>
 constexpr ParamAccess<Path> kPathReadOnly = {nullptr, loadMember<Path, kMember>};
 
@@ -25,9 +32,21 @@ constexpr ParamAccess<Path> kSegmentCount = {
 
 // clang-format off
 constexpr ParamRule<Paint> kPaintRules[] = {
-    // Parameter            Accepts                                            Kept in
-    {VG_PAINT_TYPE,         between(VG_PAINT_TYPE_COLOR, VG_PAINT_TYPE_COLOR), kPaintField<&Paint::type>},
-    {VG_PAINT_COLOR,        vectorOf(4),                                       kPaintField<&Paint::color>},
+    // Parameter                                Accepts                                          Kept in
+    {VG_PAINT_TYPE,                             between(VG_PAINT_TYPE_COLOR,
+                                                        VG_PAINT_TYPE_CONICAL_GRADIENT_KRN),     kPaintField<&Paint::type>},
+    {VG_PAINT_COLOR,                            vectorOf(4),                                     kPaintField<&Paint::color>},
+    {VG_PAINT_COLOR_RAMP_SPREAD_MODE,           between(VG_COLOR_RAMP_SPREAD_PAD,
+                                                        VG_COLOR_RAMP_SPREAD_REFLECT),           kPaintField<&Paint::spreadMode>},
+    {VG_PAINT_COLOR_RAMP_STOPS,                 kVectorOfFives,                                  kRampStops},
+    {VG_PAINT_LINEAR_GRADIENT,                  vectorOf(4),                                     kPaintField<&Paint::linearGradient>},
+    {VG_PAINT_RADIAL_GRADIENT,                  vectorOf(5),                                     kPaintField<&Paint::radialGradient>},
+    {VG_PAINT_PATTERN_TILING_MODE,              between(VG_TILE_FILL, VG_TILE_REFLECT),          kPaintField<&Paint::tilingMode>},
+    {VG_PAINT_COLOR_RAMP_PREMULTIPLIED,         kAnyValue,                                       kPaintField<&Paint::interpolatesPremultiplied>},
+    {VG_PAINT_CONICAL_GRADIENT_KRN,             vectorOf(5),                                     kPaintField<&Paint::conicalGradient>},
+    {VG_PAINT_COLOR_RAMP_INTERPOLATION_TYPE_KRN,
+                                                between(VG_COLOR_RAMP_INTERPOLATION_LINEAR_KRN,
+                                                        VG_COLOR_RAMP_INTERPOLATION_SMOOTH_KRN), kPaintField<&Paint::interpolation>},
 };
 
 constexpr ParamRule<Path> kPathRules[] = {

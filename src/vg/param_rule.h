@@ -12,22 +12,22 @@ namespace vg {
 /// Which values a parameter accepts.
 struct AcceptedValues {
     static constexpr VGint kAnyCount = -1;
-    static constexpr VGint kFours = -4;  ///< any multiple of 4
 
-    VGint count = 1;  ///< how many; a scalar has one
+    VGint count = 1;  ///< how many; a scalar has one; -n: any multiple of n, for n above 1
     bool isVector = false;
     VGint least = std::numeric_limits<VGint>::min();  ///< of a scalar, as an integer
     VGint greatest = std::numeric_limits<VGint>::max();
 
     constexpr bool hasCount(VGint given) const noexcept {
         if (count == kAnyCount) return true;
-        return count == kFours ? given % 4 == 0 : given == count;
+        return count < 0 ? given % -count == 0 : given == count;
     }
 };
 
 inline constexpr AcceptedValues kAnyValue;
 inline constexpr AcceptedValues kAnyVector = {AcceptedValues::kAnyCount, true};
-inline constexpr AcceptedValues kVectorOfFours = {AcceptedValues::kFours, true};
+inline constexpr AcceptedValues kVectorOfFours = {-4, true};
+inline constexpr AcceptedValues kVectorOfFives = {-5, true};
 
 constexpr AcceptedValues between(VGint least, VGint greatest) {
     return {1, false, least, greatest};

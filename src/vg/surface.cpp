@@ -19,6 +19,10 @@ uint32_t formatOf(const SurfaceFlags& flags) noexcept {
 
 }  // namespace
 
+bool Surface::isLinear() const noexcept {
+    return format == kLinearArgb || format == kLinearArgb + 1U;
+}
+
 Surface* createSurface(int32_t width, int32_t height, const SurfaceFlags& flags) noexcept {
     auto* surface = new (std::nothrow) Surface;
     if (surface == nullptr) return nullptr;

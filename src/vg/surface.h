@@ -13,6 +13,8 @@ struct Surface {
     uint32_t format = 0;
     base::Array<uint32_t> pixels;  ///< rows from the top down
 
+    bool isLinear() const noexcept;  ///< whether the format's colour space is
+
     raster::PixelSurface view() noexcept { return {pixels.data(), width, height}; }
 };
 

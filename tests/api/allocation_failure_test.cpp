@@ -13,7 +13,10 @@ constexpr const char* kEverything = R"svg(
   <defs><g id="pair" style="fill: red; stroke-width: 2">
     <path d="M1 1 L9 1 Q9 9 5 9 T1 1 C1 2 3 4 5 6 A3 2 10 0 1 9 9 Z"/></g></defs>
   <use xlink:href="#pair" x="10" transform="rotate(10)" stroke="blue" stroke-linejoin="round"/>
-  <linearGradient id="sky"><stop offset="0" stop-color="red"/></linearGradient>
+  <linearGradient id="sky"><stop offset="0" stop-color="red"/>
+    <stop offset="1" stop-color="currentColor"/></linearGradient>
+  <radialGradient id="sun" xlink:href="#sky" spreadMethod="reflect"/><solidColor id="flat"/>
+  <rect width="9" height="9" fill="url(#sun)" fill-opacity=".5" stroke="url(#flat)"/>
   <rect x="2" y="20" width="9" height="9" rx="2" fill="url(#sky) currentColor"/>
   <circle cx="30" cy="30" r="6" fill-opacity=".5" stroke="black" stroke-dasharray="3 1"
           stroke-linecap="round" transform="skewX(10)" vector-effect="non-scaling-stroke"/>
@@ -108,6 +111,9 @@ TEST(Allocation, IsDoneOnceWarm) {
     constexpr const char* kWarm =
         "<svg viewBox='0 0 40 40' color='red' xmlns:xlink='x'><g id='a' fill='currentColor'>"
         "<circle cx='9' cy='9' r='8' stroke='blue' stroke-dasharray='2 1'/></g>"
+        "<linearGradient id='b'><stop stop-color='currentColor'/><stop offset='1'/>"
+        "</linearGradient><g fill='url(#b)'><rect width='9' height='3' fill-opacity='.5'/>"
+        "<rect width='5' height='9'/></g>"
         "<use xlink:href='#a' x='9' transform='scale(1.5)' stroke-linecap='round'/></svg>";
     ASSERT_EQ(QUOR_NO_ERROR, quorInit(640, 480, 96.0F));
     const uint32_t surface = quorSurfaceCreate(40, 40);

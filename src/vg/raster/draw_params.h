@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "vg/raster/gradient_params.h"
+
 namespace vg::raster {
 
 /// A point in path user space.
@@ -56,6 +58,8 @@ struct PixelSurface {
 
 /// The paint of one draw.
 struct PaintParams {
+    PaintKind kind = PaintKind::kColor;
+    GradientParams gradient;                    ///< of a gradient; a colour has the three below
     float color[4] = {0.0F, 0.0F, 0.0F, 1.0F};  ///< red, green, blue, alpha; not premultiplied
     bool colorTransformEnabled = false;
     float colorTransform[8] = {1, 1, 1, 1, 0, 0, 0, 0};  ///< four scales, then four biases

@@ -30,4 +30,17 @@ uint32_t packPaintColor(const PaintParams& paint) noexcept {
     return packPremultiplied(rgba);
 }
 
+SpanFunctions setupPaint(const PaintParams& paint, int32_t blendMode, SpanContext& span) noexcept {
+    if (paint.kind == PaintKind::kColor) {
+        span.color = packPaintColor(paint);
+        return selectSpanFunctions(blendMode, span.color);
+    }
+    const GradientParams& gradient = paint.gradient;
+    if (setupGradient(paint.kind, gradient, span.gradient) == GradientForm::kLastColor) {
+        span.color = gradient.ramp->lastColor;
+        return selectSpanFunctions(blendMode, span.color);
+    }
+    return selectGradientFunctions(blendMode, paint.kind, gradient.spread, gradient.ramp->isOpaque);
+}
+
 }  // namespace vg::raster

@@ -10,7 +10,7 @@ namespace {
 void fillAlignedRectangle(const SweepTarget& target, const PixelRect& rect,
                           RunFunction run) noexcept {
     for (int32_t y = rect.y0; y < rect.y1; ++y) {
-        run(target.surface.row(y) + rect.x0, rect.x1 - rect.x0, target.span.color);
+        run(target.surface, target.span, y, rect.x0, rect.x1);
     }
 }
 
@@ -19,8 +19,7 @@ void fillAlignedRectangle(const SweepTarget& target, const PixelRect& rect,
 bool Rasterizer::fill(const FillParams& params) noexcept {
     SweepTarget target;
     target.surface = params.surface;
-    target.span.color = packPaintColor(params.paint);
-    const SpanFunctions functions = selectSpanFunctions(params.blendMode, target.span.color);
+    const SpanFunctions functions = setupPaint(params.paint, params.blendMode, target.span);
     if (functions.span == nullptr) return true;
     target.function = functions.span;
     if (!transform_.run(params.polygon, params.userToSurface, params.clip, fixed_)) {

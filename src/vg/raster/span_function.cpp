@@ -1,10 +1,13 @@
 #include "vg/raster/span_function.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <limits>
 
 #include "vg/raster/blend_modes.h"
 #include "vg/raster/coverage_row.h"
+#include "vg/raster/gradient_paints.h"
 
 namespace vg::raster {
 namespace {
@@ -44,53 +47,146 @@ void forEachRun(uint32_t* cells, int32_t first, int32_t last, Emit&& emit) noexc
 }
 
 /// A paint of one colour.
-struct SolidPaint {
-    uint32_t color;
+class SolidPaint {
+public:
+    static constexpr int32_t kChunk = std::numeric_limits<int32_t>::max();  // nothing to split at
 
-    explicit SolidPaint(const SpanContext& span, int32_t /*first*/, int32_t /*y*/) noexcept
-        : color(span.color) {}
-    uint32_t at(int32_t /*x*/) const noexcept { return color; }
+    /// A pixel for every index.
+    struct Pixels {
+        uint32_t color;
+        uint32_t operator[](int32_t /*i*/) const noexcept { return color; }
+    };
+
+    SolidPaint(const SpanContext& span, int32_t /*y*/) noexcept : pixels_{span.color} {}
+    Pixels pixels(int32_t /*x*/, int32_t /*count*/) const noexcept { return pixels_; }
+
+private:
+    Pixels pixels_;
 };
 
+/// Calls emit(x, count) for the parts that the paint's chunks cut the columns `begin` to `end` - 1
+/// into.
+template <class Paint, class Emit>
+void forEachPart(int32_t begin, int32_t end, Emit&& emit) noexcept {
+    if constexpr (Paint::kChunk == std::numeric_limits<int32_t>::max()) {
+        emit(begin, end - begin);
+    } else {
+        for (int32_t x = begin; x < end;) {
+            const int32_t partEnd = std::min(end, (x & ~(Paint::kChunk - 1)) + Paint::kChunk);
+            emit(x, partEnd - x);
+            x = partEnd;
+        }
+    }
+}
+
 template <class Paint, class Blend>
-void blendSpan(const PixelSurface& surface, const SpanContext& span, int32_t y, int32_t first,
-               int32_t last) noexcept {
-    const Paint paint(span, first, y);
-    uint32_t* const pixels = surface.row(y);
-    forEachRun(span.cells, first, last, [&](int32_t begin, int32_t end, uint32_t coverage) {
-        if (coverage == 0) return;
-        if (end - begin == 1) {  // most of what an edge leaves behind
-            pixels[begin] =
-                mix(pixels[begin], Blend::apply(paint.at(begin), pixels[begin]), coverage);
-        } else if (coverage == 256) {
-            for (int32_t x = begin; x < end; ++x) pixels[x] = Blend::apply(paint.at(x), pixels[x]);
-        } else {
-            for (int32_t x = begin; x < end; ++x) {
-                pixels[x] = mix(pixels[x], Blend::apply(paint.at(x), pixels[x]), coverage);
-            }
+void blendRun(Paint& paint, uint32_t* pixels, int32_t begin, int32_t end) noexcept {
+    forEachPart<Paint>(begin, end, [&](int32_t x, int32_t count) {
+        const auto source = paint.pixels(x, count);
+        uint32_t* const d = pixels + x;
+        for (int32_t i = 0; i < count; ++i) d[i] = Blend::apply(source[i], d[i]);
+    });
+}
+
+template <class Paint, class Blend>
+void mixRun(Paint& paint, uint32_t* pixels, int32_t begin, int32_t end,
+            uint32_t coverage) noexcept {
+    forEachPart<Paint>(begin, end, [&](int32_t x, int32_t count) {
+        const auto source = paint.pixels(x, count);
+        uint32_t* const d = pixels + x;
+        for (int32_t i = 0; i < count; ++i) {
+            d[i] = mix(d[i], Blend::apply(source[i], d[i]), coverage);
         }
     });
 }
 
-template <class Blend>
-void blendRun(uint32_t* pixels, int32_t count, uint32_t color) noexcept {
-    for (int32_t i = 0; i < count; ++i) pixels[i] = Blend::apply(color, pixels[i]);
+template <class Paint, class Blend>
+void blendSpan(const PixelSurface& surface, const SpanContext& span, int32_t y, int32_t first,
+               int32_t last) noexcept {
+    Paint paint(span, y);
+    uint32_t* const pixels = surface.row(y);
+    forEachRun(span.cells, first, last, [&](int32_t begin, int32_t end, uint32_t coverage) {
+        if (coverage == 0) return;
+        if (end - begin == 1) {  // most of what an edge leaves behind
+            const uint32_t s = paint.pixels(begin, 1)[0];
+            pixels[begin] = mix(pixels[begin], Blend::apply(s, pixels[begin]), coverage);
+        } else if (coverage == 256) {
+            blendRun<Paint, Blend>(paint, pixels, begin, end);
+        } else {
+            mixRun<Paint, Blend>(paint, pixels, begin, end, coverage);
+        }
+    });
 }
 
-template <class Blend>
-constexpr SpanFunctions kSolid = {&blendSpan<SolidPaint, Blend>, &blendRun<Blend>};
+template <class Paint, class Blend>
+void blendCovered(const PixelSurface& surface, const SpanContext& span, int32_t y, int32_t first,
+                  int32_t end) noexcept {
+    Paint paint(span, y);
+    blendRun<Paint, Blend>(paint, surface.row(y), first, end);
+}
+
+enum BlendColumn : int32_t { kSourceColumn, kSourceOverColumn, kBlendCount };
+
+/// In the order of BlendColumn.
+template <class... Blend>
+struct BlendList {};
+using Blends = BlendList<Source, SourceOver>;
+
+constexpr int kSpreadCount = 3;
+constexpr int kPaintCount = 1 + 3 * kSpreadCount;
+
+using PaintFunctions = std::array<SpanFunctions, kBlendCount>;
+
+template <class Paint, class... Blend>
+constexpr PaintFunctions functionsOf(BlendList<Blend...>) noexcept {
+    static_assert(sizeof...(Blend) == kBlendCount);
+    return {SpanFunctions{&blendSpan<Paint, Blend>, &blendCovered<Paint, Blend>}...};
+}
+
+/// By paint (a flat colour, then each gradient in each spread mode) and blend mode.
+constexpr std::array kFunctions = {
+    functionsOf<SolidPaint>(Blends{}),
+    functionsOf<GradientPaint<LinearGradient, SpreadPad>>(Blends{}),
+    functionsOf<GradientPaint<LinearGradient, SpreadRepeat>>(Blends{}),
+    functionsOf<GradientPaint<LinearGradient, SpreadReflect>>(Blends{}),
+    functionsOf<GradientPaint<RadialGradient, SpreadPad>>(Blends{}),
+    functionsOf<GradientPaint<RadialGradient, SpreadRepeat>>(Blends{}),
+    functionsOf<GradientPaint<RadialGradient, SpreadReflect>>(Blends{}),
+    functionsOf<GradientPaint<ConicalGradient, SpreadPad>>(Blends{}),
+    functionsOf<GradientPaint<ConicalGradient, SpreadRepeat>>(Blends{}),
+    functionsOf<GradientPaint<ConicalGradient, SpreadReflect>>(Blends{}),
+};
+static_assert(kFunctions.size() == kPaintCount);
+
+constexpr size_t paintRow(PaintKind kind, Spread spread) noexcept {
+    if (kind == PaintKind::kColor) return 0;
+    const int gradient = static_cast<int>(kind) - static_cast<int>(PaintKind::kLinearGradient);
+    const int mode = static_cast<int>(spread) - static_cast<int>(Spread::kPad);
+    return static_cast<size_t>(1 + gradient * kSpreadCount + mode);
+}
+static_assert(paintRow(PaintKind::kConicalGradient, Spread::kReflect) == kPaintCount - 1);
 
 constexpr int32_t kBlendSource = 0x2000;
 constexpr int32_t kBlendSourceOver = 0x2001;
 
+/// Source over with an opaque paint is source.
+SpanFunctions select(int32_t blendMode, size_t row, bool isOpaque) noexcept {
+    if (blendMode == kBlendSource) return kFunctions[row][kSourceColumn];
+    if (blendMode != kBlendSourceOver) return {};
+    return kFunctions[row][isOpaque ? kSourceColumn : kSourceOverColumn];
+}
+
 }  // namespace
 
 SpanFunctions selectSpanFunctions(int32_t blendMode, uint32_t color) noexcept {
-    if (blendMode == kBlendSource) return kSolid<Source>;
-    if (blendMode != kBlendSourceOver) return {};
-    if (color == 0) return {};  // source over adds nothing and keeps all of d
-    // Source over with an opaque colour is source.
-    return alphaOf(color) == 255 ? kSolid<Source> : kSolid<SourceOver>;
+    // Source over with a transparent colour adds nothing and keeps all of d.
+    if (blendMode == kBlendSourceOver && color == 0) return {};
+    return select(blendMode, paintRow(PaintKind::kColor, Spread::kPad), alphaOf(color) == 255);
+}
+
+SpanFunctions selectGradientFunctions(int32_t blendMode, PaintKind kind, Spread spread,
+                                      bool isOpaque) noexcept {
+    return select(blendMode, paintRow(kind, spread), isOpaque);
 }
 
 }  // namespace vg::raster

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "vg/raster/draw_params.h"
+#include "vg/raster/gradient_state.h"
 
 namespace vg::raster {
 
@@ -10,6 +11,7 @@ namespace vg::raster {
 struct SpanContext {
     uint32_t* cells = nullptr;  ///< the coverage row
     uint32_t color = 0;         ///< flat colour, premultiplied, in the surface's format
+    GradientState gradient;     ///< of a gradient paint
 };
 
 /// Blends the paint into row y from column `first` to `last` by the coverage row, and zeroes those
@@ -17,8 +19,9 @@ struct SpanContext {
 using SpanFunction = void (*)(const PixelSurface& surface, const SpanContext& span, int32_t y,
                               int32_t first, int32_t last) noexcept;
 
-/// Blends the paint into `count` wholly covered pixels.
-using RunFunction = void (*)(uint32_t* pixels, int32_t count, uint32_t color) noexcept;
+/// Blends the paint into row y from column `first` to `end` - 1, all of them wholly covered.
+using RunFunction = void (*)(const PixelSurface& surface, const SpanContext& span, int32_t y,
+                             int32_t first, int32_t end) noexcept;
 
 struct SpanFunctions {
     SpanFunction span = nullptr;
@@ -27,5 +30,9 @@ struct SpanFunctions {
 
 /// The functions for a flat colour under a blend mode; none when the draw changes no pixel.
 SpanFunctions selectSpanFunctions(int32_t blendMode, uint32_t color) noexcept;
+
+/// The functions for a gradient. `isOpaque`: all of its pixels are.
+SpanFunctions selectGradientFunctions(int32_t blendMode, PaintKind kind, Spread spread,
+                                      bool isOpaque) noexcept;
 
 }  // namespace vg::raster

@@ -1,0 +1,185 @@
+#pragma once
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <type_traits>
+
+#include "vg/raster/conical_angles.h"
+#include "vg/raster/gradient_spreads.h"
+#include "vg/raster/span_function.h"
+
+namespace vg::raster {
+
+// Gradients as sources of pixels.
+//
+// A row is cut into chunks of kGradientChunk columns at fixed places. A chunk starts from the exact
+// value at the centre of the pixel before it and adds an increment a pixel. So a pixel's colour
+// depends on its place alone, not on the shape around it, and the error of the increment does not
+// grow along the row.
+//
+// A gradient is a type with a Chunk, the values that its chunks start from, and entries(), which
+// writes the ramp entries of `count` pixels from the one that is k steps after the chunk's start.
+
+inline constexpr int32_t kGradientChunk = 64;
+
+/// Parameters in 16.16 fixed point.
+struct LinearGradient {
+    struct Chunk {
+        int64_t start = 0;
+
+        Chunk() noexcept = default;
+        Chunk(const GradientState& state, int32_t x, int32_t y) noexcept
+            : start(toFixedParameter(state.parameter.at(x, y))) {}
+    };
+
+    template <class Spread>
+    static void entries(const GradientState& state, const Chunk& chunk, int32_t k, int32_t count,
+                        uint32_t* out) noexcept {
+        const int64_t step = state.parameterPerX;
+        const int64_t first = chunk.start + step * k;
+        const int64_t last = first + step * (count - 1);
+        if (Spread::kIsPeriodic || (isShort(first) && isShort(last))) {
+            fillEntries<Spread, int32_t>(first, step, count, out);
+        } else {
+            fillEntries<Spread, int64_t>(first, step, count, out);
+        }
+    }
+
+private:
+    static bool isShort(int64_t value) noexcept { return value == static_cast<int32_t>(value); }
+
+    template <class Spread, class Integer>
+    static void fillEntries(int64_t first, int64_t step, int32_t count, uint32_t* out) noexcept {
+        using Unsigned = std::make_unsigned_t<Integer>;  // the increment past the end may wrap
+        auto parameter = static_cast<Unsigned>(first);
+        const auto increment = static_cast<Unsigned>(step);
+        for (int32_t i = 0; i < count; ++i) {
+            out[i] = Spread::template entry<16>(static_cast<Integer>(parameter));
+            parameter += increment;
+        }
+    }
+};
+
+/// A plane along one chunk, in single precision.
+struct ChunkLine {
+    float start = 0.0F, step = 0.0F;
+
+    ChunkLine() noexcept = default;
+    ChunkLine(const PixelPlane& plane, int32_t x, int32_t y) noexcept
+        : start(static_cast<float>(plane.at(x, y))), step(static_cast<float>(plane.perX)) {}
+
+    float at(float k) const noexcept { return start + k * step; }
+};
+
+/// Parameters in 12.20 fixed point.
+struct RadialGradient {
+    struct Chunk {
+        ChunkLine u, v, dot, cross;
+
+        Chunk() noexcept = default;
+        Chunk(const GradientState& state, int32_t x, int32_t y) noexcept
+            : u(state.u, x, y), v(state.v, x, y), dot(state.dot, x, y), cross(state.cross, x, y) {}
+    };
+
+    template <class Spread>
+    static void entries(const GradientState& state, const Chunk& chunk, int32_t k, int32_t count,
+                        uint32_t* out) noexcept {
+        const Chunk line = chunk;  // copies, since `out` might hide either from the compiler
+        const float scale = state.scale;
+        for (int32_t i = 0; i < count; ++i) {
+            const auto at = static_cast<float>(k + i);
+            const float u = line.u.at(at);
+            const float v = line.v.at(at);
+            const float cross = line.cross.at(at);
+            const float radicand = u * u + v * v - cross * cross;
+            const float root = std::sqrt(radicand > 0.0F ? radicand : 0.0F);
+            out[i] = Spread::template entry<20>(toFixed((line.dot.at(at) + root) * scale));
+        }
+    }
+
+private:
+    static int32_t toFixed(float value) noexcept {
+        constexpr float kLimit = 2147483520.0F;  // the largest float below 2^31
+        const float raised = value > -kLimit ? value : -kLimit;
+        return static_cast<int32_t>(raised < kLimit ? raised : kLimit);
+    }
+};
+
+/// 1 / sqrt(d) by an estimate from the bits of d and one Newton step; within 0.2 %.
+inline float fastInverseSqrt(float d) noexcept {
+    const float y = std::bit_cast<float>(0x5F3759DFU - (std::bit_cast<uint32_t>(d) >> 1));
+    return y * (1.5F - 0.5F * d * y * y);
+}
+
+/// Angles from a table, a full turn being 2^18.
+struct ConicalGradient {
+    struct Chunk {
+        ChunkLine u, v;
+
+        Chunk() noexcept = default;
+        Chunk(const GradientState& state, int32_t x, int32_t y) noexcept
+            : u(state.u, x, y), v(state.v, x, y) {}
+    };
+
+    template <class Spread>
+    static void entries(const GradientState& state, const Chunk& chunk, int32_t k, int32_t count,
+                        uint32_t* out) noexcept {
+        const Chunk line = chunk;  // copied, as in RadialGradient
+        for (int32_t i = 0; i < count; ++i) {
+            const auto at = static_cast<float>(k + i);
+            out[i] = static_cast<uint32_t>(cellOf(line.u.at(at), line.v.at(at)));
+        }
+        for (int32_t i = 0; i < count; ++i) {
+            const auto angle = static_cast<double>(state.angles[out[i]]);
+            out[i] = Spread::conicalEntry(static_cast<int64_t>(angle * state.repeats) >> 8);
+        }
+    }
+
+private:
+    /// The cell of the table for the direction (u, v); the middle for none.
+    static int32_t cellOf(float u, float v) noexcept {
+        const float squared = u * u + v * v;
+        const float scale = squared > 0.0F ? fastInverseSqrt(squared) : 1.0F;
+        return cellAlong(v * scale) * kAngleCells + cellAlong(u * scale);
+    }
+
+    /// Row or column of a coordinate in -1..1, which the estimate may slightly leave.
+    static int32_t cellAlong(float coordinate) noexcept {
+        constexpr float kLast = kAngleCells - 1;
+        const float cell = (coordinate + 1.0F) * kAngleScale;
+        const float raised = cell > 0.0F ? cell : 0.0F;
+        return static_cast<int32_t>(raised < kLast ? raised : kLast);
+    }
+};
+
+/// The pixels of a gradient along one row.
+template <class Gradient, class Spread>
+class GradientPaint {
+public:
+    static constexpr int32_t kChunk = kGradientChunk;
+
+    GradientPaint(const SpanContext& span, int32_t y) noexcept : state_(span.gradient), y_(y) {}
+
+    /// Valid until the next call. The columns x to x + count - 1 lie in one chunk.
+    const uint32_t* pixels(int32_t x, int32_t count) noexcept {
+        const int32_t chunkX = x & ~(kChunk - 1);
+        if (chunkX != chunkX_) {
+            chunkX_ = chunkX;
+            chunk_ = typename Gradient::Chunk(state_, chunkX - 1, y_);
+        }
+        Gradient::template entries<Spread>(state_, chunk_, x - chunkX + 1, count, pixels_);
+        const uint32_t* const ramp = state_.ramp;
+        for (int32_t i = 0; i < count; ++i) pixels_[i] = ramp[pixels_[i]];
+        return pixels_;
+    }
+
+private:
+    const GradientState& state_;
+    int32_t y_;
+    int32_t chunkX_ = -1;
+    typename Gradient::Chunk chunk_;
+    uint32_t pixels_[kChunk];  ///< entries of the ramp, then its pixels
+};
+
+}  // namespace vg::raster

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vg::raster {
+
+// Spread modes: from a parameter to an entry of a colour ramp.
+//
+// entry<kOneBits>() takes a fixed-point parameter, 1.0 being 2^kOneBits, and conicalEntry() a count
+// of entries that goes on rising from repeat to repeat. kIsPeriodic: the low kOneBits + 1 bits of
+// the parameter tell the entry.
+
+struct SpreadPad {
+    static constexpr bool kIsPeriodic = false;
+
+    template <int kOneBits, class Integer>
+    static uint32_t entry(Integer parameter) noexcept {
+        constexpr Integer kLast = (Integer{1} << kOneBits) - 1;
+        const Integer raised = parameter > 0 ? parameter : 0;
+        return static_cast<uint32_t>(raised < kLast ? raised : kLast) >> (kOneBits - 10);
+    }
+
+    static uint32_t conicalEntry(int64_t value) noexcept { return entry<10>(value); }
+};
+
+struct SpreadRepeat {
+    static constexpr bool kIsPeriodic = true;
+
+    template <int kOneBits, class Integer>
+    static uint32_t entry(Integer parameter) noexcept {
+        constexpr uint32_t kMask = (1U << kOneBits) - 1;
+        return (static_cast<uint32_t>(parameter) & kMask) >> (kOneBits - 10);
+    }
+
+    static uint32_t conicalEntry(int64_t value) noexcept { return entry<10>(value); }
+};
+
+struct SpreadReflect {
+    static constexpr bool kIsPeriodic = true;
+
+    /// Of a mirrored ramp, which goes there and back.
+    template <int kOneBits, class Integer>
+    static uint32_t entry(Integer parameter) noexcept {
+        return SpreadRepeat::entry<kOneBits>(parameter >> 1);
+    }
+
+    /// Of a normal ramp.
+    static uint32_t conicalEntry(int64_t value) noexcept {
+        const uint32_t low = SpreadRepeat::conicalEntry(value);
+        return (value & 0x400) != 0 ? 1023 - low : low;
+    }
+};
+
+}  // namespace vg::raster
