@@ -39,12 +39,14 @@ double StrokeJoiner::add(const StrokeCorner& corner, base::Array<raster::Point>&
     const Vector2 to = corner.after * sign;
     const Vector2 sum = from + to;
     const double square = dot(sum, sum);
-    const double scale = square > 0.0 ? twiceSquare_ / square : 0.0;
+    // At a reversal nothing but rounding is left of the sum, and the turn may be exactly 0.
+    const bool isReversal = square <= twiceSquare_ * 1e-12;
+    const double scale = isReversal ? 0.0 : twiceSquare_ / square;
     const Vector2 tip = sum * scale;
 
     // h sin(phi) = |turn| / h, h tan(phi / 2) = 2 h |turn| / |n0 + n1|^2
     const double extent = std::fabs(turn) * inverseHalfWidth_ * std::max(scale, 1.0);
-    const bool leavesKiteOut = square > 0.0 && extent < corner.reach;
+    const bool leavesKiteOut = !isReversal && extent < corner.reach;
     base::Array<raster::Point>& inner = turn >= 0.0 ? left : right;
     if (leavesKiteOut) {
         inner.push(toPoint(corner.vertex + tip));

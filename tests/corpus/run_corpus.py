@@ -19,12 +19,12 @@ FLATNESS = "large curves: polygons may lie 0.158 pixel inside a curve at the def
 HAIRLINES = "strokes about half a pixel wide: corners are rounded to 1/32 pixel"
 EXCEPTIONS = {
     "own/grad-shared-two-shapes": FLATNESS,
-    "flag-icons/4x3__fk": HAIRLINES,
     "country-flag-icons/3x2__NC": FLATNESS,
     "fontawesome/svgs__regular__circle-dot": FLATNESS,
     "heroicons/24__outline__magnifying-glass-plus": FLATNESS,
     "tabler/categories__outline__Arrows__rotate": FLATNESS,
     "tabler/icons__outline__ripple-up": FLATNESS,
+    "flag-icons/4x3__fk": HAIRLINES,
     "flag-icons/4x3__pt": HAIRLINES,
     "w3c-svg11/painting-marker-04-f": HAIRLINES + "; the exact area is a third more than drawn there",
     # A focus outside the circle is pulled to its edge, as SVG 1.1 and Tiny 1.2 say; the references

@@ -236,6 +236,40 @@ TEST(Stroker, RoundingNoiseMakesNoCorner) {
     EXPECT_NE(windingNumber(outline, {-0.49, -0.49}), 0);
 }
 
+TEST(Stroker, ReversalsMakeNoSpikes) {
+    // Directions of single-precision steps: they cancel out up to rounding, or exactly across.
+    const std::vector<Place> lines[] = {
+        {{416.799988, 483.399994},
+         {417.699982, 483.399994},
+         {416.699982, 483.399994},
+         {417.112488, 483.399994}},
+        {{0, 0}, {3, 0}, {1, 0}, {2, 0}},
+        {{0, 0}, {0.1F, 0.3F}, {0, 0}, {0.2F, 0.6F}},
+        {{1.1F, 7.7F}, {2.3F, 9.1F}, {1.1F, 7.7F}, {0.5F, 7.0F}},
+    };
+    Stroker stroker;
+    StrokeOutline outline;
+    for (const std::vector<Place>& points : lines) {
+        for (VGint join : kJoins) {
+            for (bool isClosed : {false, true}) {
+                for (bool isSmooth : {false, true}) {
+                    Polyline line = lineThrough(points, isClosed);
+                    line.smooth.assign(points.size(), isSmooth);
+                    StrokeParams params;
+                    params.halfWidth = 0.6666667F;
+                    params.miterLengthSquared = 7.1F;
+                    params.join = join;
+                    ASSERT_TRUE(stroker.stroke(pathOf({line}), params, outline));
+                    for (const raster::Point& p : outline.points) {
+                        ASSERT_NEAR(p.x, points[0].x, 6.0);
+                        ASSERT_NEAR(p.y, points[0].y, 6.0);
+                    }
+                }
+            }
+        }
+    }
+}
+
 TEST(Stroker, RoundPartsStayWithinTheFlatness) {
     for (float flatness : {0.3F, 0.1F, 0.01F, 1e-5F}) {
         StrokeParams params;
