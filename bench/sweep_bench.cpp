@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "vg/raster/kernels.h"
 #include "vg/raster/rasterizer.h"
 
 namespace vg::raster {
@@ -40,13 +41,23 @@ Scene manyDiscs() {
     return scene;
 }
 
-/// One contour of 800 random points.
-Scene noise() {
+/// One disc of 16 edges, 11 pixels across: what a draw costs before there are pixels.
+Scene smallDisc() {
+    Scene scene = {{}, {16}};
+    for (int i = 0; i < 16; ++i) {
+        const float angle = static_cast<float>(i) * 0.39269908F;
+        scene.points.push_back({300.3F + 5.5F * std::cos(angle), 300.6F + 5.5F * std::sin(angle)});
+    }
+    return scene;
+}
+
+/// One contour of random points.
+Scene noise(int count, float side) {
     std::mt19937 random(2);
-    std::uniform_real_distribution<float> place(0.0F, 1024.0F);
+    std::uniform_real_distribution<float> place(0.0F, side);
     Scene scene;
-    for (int i = 0; i < 800; ++i) scene.points.push_back({place(random), place(random)});
-    scene.sizes = {800};
+    for (int i = 0; i < count; ++i) scene.points.push_back({place(random), place(random)});
+    scene.sizes = {count};
     return scene;
 }
 
@@ -58,32 +69,36 @@ Scene rectangle() {
 /// A rectangle along pixel borders.
 Scene alignedRectangle() { return {{{0, 0}, {1024, 0}, {1024, 1024}, {0, 1024}}, {4}}; }
 
-void sweep(benchmark::State& state, const Scene& scene, Quality quality, float alpha) {
+struct Variant {
+    const char* name;
+    Quality quality;
+    float alpha;
+    KernelLevel level = KernelLevel::kAvx2;
+};
+
+void sweep(benchmark::State& state, const Scene& scene, const Variant& variant) {
+    if (!useKernelLevel(variant.level)) useKernelLevel(KernelLevel::kPortable);
     std::vector<uint32_t> pixels(kSide * kSide, 0xFF203040);
     FillParams params;
     params.polygon = {scene.points.data(), static_cast<int32_t>(scene.points.size()),
                       scene.sizes.data(), static_cast<int32_t>(scene.sizes.size())};
-    params.quality = quality;
+    params.quality = variant.quality;
     params.surface = {pixels.data(), kSide, kSide};
     params.clip = {0, 0, kSide, kSide};
     params.paint.color[0] = 0.8F;
-    params.paint.color[3] = alpha;
+    params.paint.color[3] = variant.alpha;
     Rasterizer rasterizer;
     for (auto _ : state) benchmark::DoNotOptimize(rasterizer.fill(params));
     state.counters["edges"] = static_cast<double>(scene.points.size());
 }
 
-struct Variant {
-    const char* name;
-    Quality quality;
-    float alpha;
-};
-
 [[maybe_unused]] const bool kRegistered = [] {
     static const std::pair<const char*, Scene> scenes[] = {
         {"large_triangle", largeTriangle()},
         {"many_discs", manyDiscs()},
-        {"noise_800", noise()},
+        {"small_disc", smallDisc()},
+        {"noise_800", noise(800, 1024)},
+        {"noise_20000_at_256", noise(20000, 256)},
         {"rectangle", rectangle()},
         {"aligned_rectangle", alignedRectangle()},
     };
@@ -92,13 +107,14 @@ struct Variant {
         {"faster", Quality::kFaster, 1.0F},
         {"none", Quality::kNonAntialiased, 1.0F},
         {"best_translucent", Quality::kBetter, 0.5F},
+        {"best_portable", Quality::kBetter, 1.0F, KernelLevel::kPortable},
     };
     for (const auto& [sceneName, scene] : scenes) {
         for (const Variant& variant : variants) {
             const std::string name = std::string("sweep/") + sceneName + '/' + variant.name;
             benchmark::RegisterBenchmark(name.c_str(), [&scene = scene,
                                                         &variant](benchmark::State& state) {
-                sweep(state, scene, variant.quality, variant.alpha);
+                sweep(state, scene, variant);
             })->Unit(benchmark::kMicrosecond);
         }
     }

@@ -22,6 +22,7 @@ bool Rasterizer::fill(const FillParams& params) noexcept {
     const SpanFunctions functions = setupPaint(params.paint, params.blendMode, target.span);
     if (functions.span == nullptr) return true;
     target.function = functions.span;
+    target.flat = functions.flat;
     if (!transform_.run(params.polygon, params.userToSurface, params.clip, fixed_)) {
         return false;
     }

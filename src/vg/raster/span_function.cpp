@@ -8,6 +8,7 @@
 #include "vg/raster/blend_modes.h"
 #include "vg/raster/coverage_row.h"
 #include "vg/raster/gradient_paints.h"
+#include "vg/raster/kernels.h"
 
 namespace vg::raster {
 namespace {
@@ -125,6 +126,16 @@ void blendCovered(const PixelSurface& surface, const SpanContext& span, int32_t 
     blendRun<Paint, Blend>(paint, surface.row(y), first, end);
 }
 
+void coverSource(const PixelSurface& surface, const SpanContext& span, int32_t y, int32_t first,
+                 int32_t end) noexcept {
+    kernels().runSource(surface.row(y) + first, end - first, span.color);
+}
+
+void coverSourceOver(const PixelSurface& surface, const SpanContext& span, int32_t y, int32_t first,
+                     int32_t end) noexcept {
+    kernels().runSourceOver(surface.row(y) + first, end - first, span.color);
+}
+
 enum BlendColumn : int32_t { kSourceColumn, kSourceOverColumn, kBlendCount };
 
 /// In the order of BlendColumn.
@@ -143,9 +154,15 @@ constexpr PaintFunctions functionsOf(BlendList<Blend...>) noexcept {
     return {SpanFunctions{&blendSpan<Paint, Blend>, &blendCovered<Paint, Blend>}...};
 }
 
+/// Flat colours have runs, and a composite of whole rows, in the kernels.
+constexpr PaintFunctions kSolidFunctions = {
+    SpanFunctions{&blendSpan<SolidPaint, Source>, &coverSource, FlatBlend::kSource},
+    SpanFunctions{&blendSpan<SolidPaint, SourceOver>, &coverSourceOver, FlatBlend::kSourceOver},
+};
+
 /// By paint (a flat colour, then each gradient in each spread mode) and blend mode.
 constexpr std::array kFunctions = {
-    functionsOf<SolidPaint>(Blends{}),
+    kSolidFunctions,
     functionsOf<GradientPaint<LinearGradient, SpreadPad>>(Blends{}),
     functionsOf<GradientPaint<LinearGradient, SpreadRepeat>>(Blends{}),
     functionsOf<GradientPaint<LinearGradient, SpreadReflect>>(Blends{}),

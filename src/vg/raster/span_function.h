@@ -23,9 +23,13 @@ using SpanFunction = void (*)(const PixelSurface& surface, const SpanContext& sp
 using RunFunction = void (*)(const PixelSurface& surface, const SpanContext& span, int32_t y,
                              int32_t first, int32_t end) noexcept;
 
+/// A flat colour that the exact sweep composites by itself, from the touched groups of its cells.
+enum class FlatBlend { kNone, kSource, kSourceOver };
+
 struct SpanFunctions {
     SpanFunction span = nullptr;
     RunFunction run = nullptr;
+    FlatBlend flat = FlatBlend::kNone;  ///< kNone: `span` is the only way
 };
 
 /// The functions for a flat colour under a blend mode; none when the draw changes no pixel.

@@ -51,7 +51,7 @@ bool SweepLines::collectSamples(const FixedPolygon& polygon, uint32_t fractions)
 }
 
 bool SweepLines::listHeights(int32_t topRow, int32_t bottomRow) noexcept {
-    if (!heights_.reserveMore((topRow - bottomRow + 1) * kSubpixels)) return false;
+    if (!heights_.reserveMore((topRow - bottomRow + 1) * kSubpixels + kPadding)) return false;
     for (int32_t row = topRow; row >= bottomRow; --row) {
         firstIndex_[row] = heights_.count();
         for (uint32_t bits = lines_[row]; bits != 0;) {
@@ -60,6 +60,7 @@ bool SweepLines::listHeights(int32_t topRow, int32_t bottomRow) noexcept {
             bits &= ~(1U << fraction);
         }
     }
+    if (!heights_.isEmpty()) std::fill_n(heights_.end(), kPadding, heights_.last());
     return true;
 }
 

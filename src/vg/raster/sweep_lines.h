@@ -22,6 +22,15 @@ public:
     int32_t count() const noexcept { return heights_.count(); }
     int32_t height(int32_t index) const noexcept { return heights_[index]; }
 
+    /// All heights; past the last line its height is repeated kPadding times.
+    const uint16_t* heights() const noexcept { return heights_.data(); }
+    static constexpr int32_t kPadding = 48;
+
+    /// By pixel row: bit f is set for a line at fraction f. For kernels that look up many heights.
+    const uint32_t* rowBits() const noexcept { return lines_; }
+    /// By pixel row: the index of the first line of that row or below.
+    const int32_t* rowIndices() const noexcept { return firstIndex_; }
+
     /// The index of the highest line at or below `y`. Precondition: there is one.
     int32_t indexAtOrBelow(int32_t y) const noexcept;
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "vg/raster/fixed.h"
+#include "vg/raster/kernels.h"
+
+namespace vg::raster {
+
+/// The changes of coverage of the pixel rows that one block of bands can reach.
+///
+///   row & 15    cells 0 .. stride - 1, column `originColumn` of the surface first
+///      0        |.......|.......|.......|        a group of 8 cells has one entry in the map of
+///      1        |.......|.......|.......|        what was touched: the composite looks nowhere
+///     ...                                        else
+///
+/// Units      kFullCoverage is one covered pixel; arithmetic wraps at 2^32 (see coverage_row.h).
+/// Invariant  all cells and the map are zero between draws: whoever reads a row clears it.
+class CoverageRing {
+public:
+    static constexpr int32_t kRows = 16;  ///< a block of 16 bands reaches no more
+    static constexpr int32_t kGroup = 8;
+
+    /// Makes room for rows of `columns` columns. False when memory runs out.
+    [[nodiscard]] bool reserve(int32_t columns) noexcept;
+
+    int32_t rowStart(int32_t row) const noexcept { return (row & (kRows - 1)) * stride_; }
+    int32_t stride() const noexcept { return stride_; }
+    int32_t groupCount() const noexcept { return stride_ / kGroup; }
+    CellView view() noexcept { return {cells_.data(), touched_.data()}; }
+    CellView row(int32_t row) noexcept {
+        return {cells_.data() + rowStart(row), touched_.data() + rowStart(row) / kGroup};
+    }
+
+private:
+    int32_t stride_ = 0;
+    base::Array<uint32_t> cells_;
+    base::Array<uint8_t> touched_;
+};
+
+/// Finds the first and the last touched group of a row and clears its map. False when there is
+/// none.
+bool takeTouchedRange(const CellView& row, int32_t groupCount, int32_t& first,
+                      int32_t& last) noexcept;
+
+}  // namespace vg::raster

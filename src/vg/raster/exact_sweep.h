@@ -1,0 +1,62 @@
+#pragma once
+
+#include "vg/raster/coverage_ring.h"
+#include "vg/raster/dense_bands.h"
+#include "vg/raster/monotone_chains.h"
+#include "vg/raster/sweep_target.h"
+
+namespace vg::raster {
+
+/// The sweep of the best quality: exact areas in bands that end at every vertex height and every
+/// pixel-row boundary.
+///
+/// Turned on its side: instead of all edges of one band, one monotone chain at sixteen bands at
+/// once, a band to a vector lane.
+///
+///              chain A   chain B          Chains that cross the block are kept in a list from
+///   band 0  -----\---------/-------       left to right. A walk along the list compares each
+///   band 1  ------\-------/--------       chain with the one before it, in all lanes at once,
+///   band 2  -------|-----|---------       and sums windings. If no top and no bottom is out of
+///     ...                                 order in any lane, list order is every band's order:
+///   band 15 --------\-----\--------       no sorting, and no boundary has to be moved past
+///                                         another. Then each chain adds its trapezoids by itself.
+///
+/// Where the proof fails (edges cross, end at the same place in the wrong order, or were filed
+/// wrongly) the block is ordered lane by lane; with very many edges each band is sorted for itself
+/// (see DenseBands). The pixels do not depend on which road a block takes.
+class ExactSweep {
+public:
+    /// False when memory runs out; the target may then be drawn on in part.
+    [[nodiscard]] bool run(const FixedPolygon& polygon, FillRule rule, const SweepLines& lines,
+                           SweepTarget& target) noexcept;
+
+    void shrinkToFit() noexcept;
+
+private:
+    [[nodiscard]] bool prepare(const FixedPolygon& polygon, const SweepLines& lines,
+                               const SweepTarget& target) noexcept;
+    void loadBlock(int32_t firstBand, const SweepLines& lines) noexcept;
+    void startChains() noexcept;
+    void startChain(const Chain& chain, int32_t lane) noexcept;
+    void fileByPosition(LiveChain* chain, int32_t lane) noexcept;
+    /// False when the list turned out not to be every band's order.
+    bool addBlock(FillRule rule) noexcept;
+    void addUnorderedBlock(FillRule rule) noexcept;
+    void restoreOrder() noexcept;
+    void dropEndedChains() noexcept;
+    void flushRows(int32_t top, int32_t bottom, SweepTarget& target) noexcept;
+    void flushRow(int32_t row, SweepTarget& target) noexcept;
+
+    MonotoneChains chains_;
+    CoverageRing ring_;
+    DenseBands dense_;
+    BandBlock block_ = {};
+    base::Array<LiveChain> slots_;
+    base::Array<LiveChain*> free_;  ///< slots that hold no chain
+    base::Array<LiveChain*> live_;  ///< from left to right, as far as is known
+    base::Array<BoundaryRow> rows_;
+    int32_t originColumn_ = 0;  ///< the surface's column of cell 0; a multiple of 8
+    int32_t denseCount_ = 0;    ///< with this many chains, bands are sorted one by one
+};
+
+}  // namespace vg::raster

@@ -1,0 +1,182 @@
+#pragma once
+
+// Kernels: pixel rows of flat colour from their touched cells.
+//
+//   touched   0   1   1   0   0   0   1   0      a group is eight columns
+//   coverage  0  ///////  constant       \\\\ 0
+//
+// Inside a touched group coverage is summed column by column; between touched groups it cannot
+// change, so whole runs are skipped, stored, or blended with one factor.
+
+#include <bit>
+
+#include "vg/raster/coverage_row.h"
+#include "vg/raster/kernels.h"
+#include "vg/raster/lanes.h"
+#include "vg/raster/pixel_lanes.h"
+
+namespace vg::raster {
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "pixels and the map are read as bytes");
+
+constexpr int32_t kGroup = 8;
+
+// The pixels of a vector are worked on as two vectors with 16 bits for each channel: `low` holds
+// channels 0 and 2, `high` 1 and 3.
+
+QUOR_LANES_INLINE U16s lowOf(U32s pixels) noexcept { return (U16s)(pixels & kLanes); }
+QUOR_LANES_INLINE U16s highOf(U32s pixels) noexcept { return (U16s)((pixels >> 8) & kLanes); }
+
+/// A flat colour that replaces what it covers.
+class FlatSource {
+public:
+    [[gnu::always_inline]] explicit FlatSource(uint32_t color) noexcept
+        : pixels_(U32s{} + color), low_(lowOf(pixels_)), high_(highOf(pixels_)) {}
+
+    [[gnu::always_inline]] U16s low(U16s /*d*/) const noexcept { return low_; }
+    [[gnu::always_inline]] U16s high(U16s /*d*/) const noexcept { return high_; }
+    [[gnu::always_inline]] U32s full(U32s /*d*/) const noexcept { return pixels_; }
+
+private:
+    U32s pixels_;
+    U16s low_, high_;
+};
+
+/// A flat colour over what is there: s + d (255 - a_s) / 255, rounded.
+class FlatSourceOver {
+public:
+    [[gnu::always_inline]] explicit FlatSourceOver(uint32_t color) noexcept
+        : low_(lowOf(U32s{} + color)),
+          high_(highOf(U32s{} + color)),
+          rest_(U16s{} + static_cast<uint16_t>(255 - alphaOf(color))) {}
+
+    [[gnu::always_inline]] U16s low(U16s d) const noexcept { return low_ + scaled(d); }
+    [[gnu::always_inline]] U16s high(U16s d) const noexcept { return high_ + scaled(d); }
+    [[gnu::always_inline]] U32s full(U32s d) const noexcept {
+        return (U32s)low(lowOf(d)) | (U32s)(high(highOf(d)) << 8);
+    }
+
+private:
+    [[gnu::always_inline]] U16s scaled(U16s d) const noexcept {
+        const U16s product = d * rest_ + 128;
+        return (product + (product >> 8)) >> 8;
+    }
+
+    U16s low_, high_;
+    U16s rest_;
+};
+
+/// Pixels at coverage 0..256 each.
+template <class Paint>
+QUOR_LANES_INLINE U32s mixPixels(const Paint& paint, U32s pixels, U32s coverage) noexcept {
+    const U16s low = lowOf(pixels), high = highOf(pixels);
+    const auto share = (U16s)(coverage | coverage << 16);
+    const U16s rest = 256 - share;
+    const U16s mixedLow = low * rest + paint.low(low) * share;
+    const U16s mixedHigh = high * rest + paint.high(high) * share;
+    return (U32s)(mixedLow >> 8) | ((U32s)mixedHigh & ~kLanes);
+}
+
+QUOR_LANES_INLINE uint32_t coverageOf(uint32_t sum) noexcept {
+    const auto level = static_cast<int32_t>(sum) >> 22;
+    return static_cast<uint32_t>(level < 0 ? 0 : level > 256 ? 256 : level);
+}
+
+/// `count` (a whole number of vectors) pixels of equal coverage.
+template <class Paint>
+QUOR_LANES_INLINE void blendRun(const Paint& paint, uint32_t* pixels, int32_t count,
+                                uint32_t coverage) noexcept {
+    if (coverage == 0) return;
+    uint32_t* const end = pixels + count;
+    if (coverage == 256) {
+        for (; pixels != end; pixels += kWords) store(pixels, paint.full(load<U32s>(pixels)));
+    } else {
+        const U32s share = U32s{} + coverage;
+        for (; pixels != end; pixels += kWords) {
+            store(pixels, mixPixels(paint, load<U32s>(pixels), share));
+        }
+    }
+}
+
+/// The first `count` pixels of a vector, less than all.
+template <class Paint>
+inline void blendPart(const Paint& paint, uint32_t* pixels, int32_t count, U32s coverage) noexcept {
+    if (count <= 0) return;  // nothing left, or a closing cell just past the right edge
+    uint32_t part[kWords] = {};
+    const size_t size = static_cast<size_t>(count) * sizeof(uint32_t);
+    std::memcpy(part, pixels, size);
+    store(part, mixPixels(paint, load<U32s>(part), coverage));
+    std::memcpy(pixels, part, size);
+}
+
+/// `count` wholly covered pixels.
+template <class Paint>
+void run(uint32_t* pixels, int32_t count, uint32_t color) noexcept {
+    const Paint paint(color);
+    const int32_t whole = count & ~(kWords - 1);
+    blendRun(paint, pixels, whole, 256);
+    blendPart(paint, pixels + whole, count - whole, U32s{} + 256);
+}
+
+/// One row of cells and what it is drawn on.
+struct FlatRow {
+    uint32_t* cells;
+    uint8_t* touched;
+    uint32_t* pixels;
+    int32_t width;
+};
+
+/// Blends one vector of a touched group, leaves its cells zero, returns the sum at its end.
+template <class Paint>
+QUOR_LANES_INLINE uint32_t blendCells(const Paint& paint, const FlatRow& row, int32_t column,
+                                      uint32_t carry) noexcept {
+    uint32_t* const cells = row.cells + column;
+    const U32s sums = runningSums(load<U32s>(cells)) + carry;
+    store(cells, U32s{});
+    const I32s level = (I32s)sums >> 22;
+    const auto coverage = (U32s)smaller(larger(level, I32s{}), I32s{} + 256);
+    uint32_t* const pixels = row.pixels + column;
+    if (column + kWords <= row.width) {
+        store(pixels, mixPixels(paint, load<U32s>(pixels), coverage));
+    } else {
+        blendPart(paint, pixels, row.width - column, coverage);
+    }
+    return sums[kWords - 1];
+}
+
+template <class Paint>
+QUOR_LANES_INLINE void compositeRow(const Paint& paint, const FlatRow& row,
+                                    int32_t groupCount) noexcept {
+    uint32_t sum = 0;
+    int32_t column = 0;  // everything to its left is done
+    for (int32_t base = 0; base < groupCount; base += 8) {
+        auto touched = load<uint64_t>(row.touched + base);
+        if (touched == 0) continue;
+        store<uint64_t>(row.touched + base, 0);
+        for (; touched != 0; touched &= touched - 1) {
+            const int32_t group = (base + (__builtin_ctzll(touched) >> 3)) * kGroup;
+            if (group != column) {
+                blendRun(paint, row.pixels + column, group - column, coverageOf(sum));
+            }
+            for (column = group; column < group + kGroup; column += kWords) {
+                sum = blendCells(paint, row, column, sum);
+            }
+        }
+    }
+}
+
+template <class Paint>
+void composite(const FlatRows& rows) noexcept {
+    const Paint paint(rows.color);
+    for (int32_t y = rows.top; y >= rows.bottom; --y) {
+        const int32_t start = (y & rows.ringMask) * rows.stride;
+        const FlatRow row = {rows.ring.cells + start, rows.ring.touched + start / kGroup,
+                             rows.pixels + static_cast<int64_t>(rows.top - y) * rows.pitch,
+                             rows.width};
+        compositeRow(paint, row, rows.stride / kGroup);
+    }
+}
+
+}  // namespace
+}  // namespace vg::raster

@@ -1,0 +1,28 @@
+// The table of kernels of one level. Not an ordinary header: a file of one level defines
+// QUOR_KERNELS and QUOR_KERNELS_NAME and includes it once, compiled for that level. All that it
+// pulls in has internal linkage, so that levels cannot mix.
+
+#include "vg/raster/kernel_amounts.h"
+#include "vg/raster/kernel_composite.h"
+#include "vg/raster/kernel_edges.h"
+#include "vg/raster/kernel_order.h"
+#include "vg/raster/kernels.h"
+
+namespace vg::raster {
+
+constexpr Kernels QUOR_KERNELS = {
+    QUOR_KERNELS_NAME,
+    &makeEdges,
+    &evaluate,
+    &proveOrder,
+    &orderLanes,
+    &resolveLanes,
+    &addChains,
+    &addRows,
+    &composite<FlatSource>,
+    &composite<FlatSourceOver>,
+    &run<FlatSource>,
+    &run<FlatSourceOver>,
+};
+
+}  // namespace vg::raster

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+
+#include "vg/raster/draw_params.h"
+#include "vg/raster/live_chain.h"
+
+namespace vg::raster {
+
+/// Differences of coverage and what has been touched of them (see coverage_ring.h).
+struct CellView {
+    uint32_t* cells;
+    uint8_t* touched;  ///< entry i is 1 when one of cells 8 i .. 8 i + 7 may not be zero
+};
+
+/// Rows of a ring of cells to be composited in a flat colour, from the top down.
+struct FlatRows {
+    CellView ring;        ///< of its row 0; the rows taken are left all zero
+    int32_t stride;       ///< cells of a row; a multiple of 64
+    int32_t ringMask;     ///< the ring has one row more
+    int32_t top, bottom;  ///< pixel rows, both included; row y is row y & ringMask of the ring
+    uint32_t* pixels;     ///< of the top row's cell 0
+    int32_t width;        ///< pixels from there to the surface's right edge
+    int32_t pitch;        ///< pixels from a row to the one below
+    uint32_t color;
+};
+
+/// The hot loops of the exact sweep. Every level computes the same bits; which one runs is chosen
+/// once by what the processor has.
+struct Kernels {
+    const char* name;
+
+    /// Edge i of a contour joins points i - 1 and i (0: the last and the first); bandOf[i] is the
+    /// band below point i.
+    void (*makeEdges)(const FixedPoint* points, int32_t count, const SweepLines& lines,
+                      int32_t originX, int32_t* bandOf, ChainEdge* edges) noexcept;
+
+    /// Fills the lanes of chains from their lane `first`, and sets `last`.
+    void (*evaluate)(LiveChain* const* chains, int32_t count, const BandBlock& block) noexcept;
+
+    /// True when in every band the chains come in order of top and of bottom; their signs are then
+    /// right. Otherwise the signs mean nothing.
+    bool (*proveOrder)(LiveChain* const* chains, int32_t count, FillRule rule) noexcept;
+
+    /// Orders the edges of each band by (top, bottom, direction) into `count` rows. False when
+    /// that would take too many exchanges; the rows then mean nothing.
+    bool (*orderLanes)(LiveChain* const* chains, int32_t count, BoundaryRow* rows) noexcept;
+
+    /// Gives ordered rows their signs and moves boundaries past the ones before them.
+    void (*resolveLanes)(BoundaryRow* rows, int32_t count, FillRule rule) noexcept;
+
+    /// Adds the trapezoids of chains, or of rows, to the cells of their bands.
+    void (*addChains)(LiveChain* const* chains, int32_t count, const BandBlock& block,
+                      const CellView& cells) noexcept;
+    void (*addRows)(const BoundaryRow* rows, int32_t count, const BandBlock& block,
+                    const CellView& cells) noexcept;
+
+    void (*compositeSource)(const FlatRows& rows) noexcept;
+    void (*compositeSourceOver)(const FlatRows& rows) noexcept;
+
+    /// Wholly covered pixels in a row (RunFunction in span_function.h).
+    void (*runSource)(uint32_t* pixels, int32_t count, uint32_t color) noexcept;
+    void (*runSourceOver)(uint32_t* pixels, int32_t count, uint32_t color) noexcept;
+};
+
+/// Rising; a processor that has one has those before it.
+enum class KernelLevel { kPortable, kAvx2 };
+
+/// The kernels in use.
+const Kernels& kernels() noexcept;
+
+/// For tests and benchmarks: forces a level. False, with nothing changed, where the processor or
+/// the build does not have it. Not to be called while another thread draws.
+bool useKernelLevel(KernelLevel level) noexcept;
+
+extern const Kernels kPortableKernels;
+#if defined(__x86_64__)
+extern const Kernels kAvx2Kernels;
+#endif
+
+}  // namespace vg::raster

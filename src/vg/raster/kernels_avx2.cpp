@@ -1,0 +1,7 @@
+// The lanes in 256-bit vectors: compiled with -mavx2, reached only where the processor has it.
+
+#if defined(__AVX2__)
+#define QUOR_KERNELS kAvx2Kernels
+#define QUOR_KERNELS_NAME "avx2"
+#include "vg/raster/kernel_table.h"
+#endif

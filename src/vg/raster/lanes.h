@@ -1,0 +1,143 @@
+#pragma once
+
+// Lanes in the compiler's own vectors: written once, turned into whatever vector
+// instructions a file is compiled for. Everything here has internal linkage and is inlined, because
+// files of different levels include it. Vectors are passed one by one: compilers move a structure
+// of them in halves through memory, where wider loads then have to wait. Comparisons give lanes of
+// all ones or zero.
+
+#include <cstdint>
+#include <cstring>
+
+#if defined(__AVX2__)
+#include <immintrin.h>
+#endif
+
+// Compiled with -Wno-psabi: no function that passes vectors is left after inlining.
+#define QUOR_LANES_INLINE [[gnu::always_inline]] static inline
+
+namespace vg::raster {
+
+// A vector is as wide as the registers: compilers take wider ones apart badly.
+#if defined(__AVX2__)
+constexpr int kVectorBytes = 32;
+#else
+constexpr int kVectorBytes = 16;
+#endif
+constexpr int kShorts = kVectorBytes / 2;  ///< 16-bit lanes of a vector
+constexpr int kWords = kVectorBytes / 4;   ///< 32-bit lanes of a vector
+
+using U16s = uint16_t __attribute__((vector_size(kVectorBytes)));
+using I16s = int16_t __attribute__((vector_size(kVectorBytes)));
+using U32s = uint32_t __attribute__((vector_size(kVectorBytes)));
+using I32s = int32_t __attribute__((vector_size(kVectorBytes)));
+using F32s = float __attribute__((vector_size(kVectorBytes)));
+using U64s = uint64_t __attribute__((vector_size(kVectorBytes)));
+
+/// As many 16-bit lanes as a vector has of 32 bits.
+using U16Half = uint16_t __attribute__((vector_size(kVectorBytes / 2)));
+using I16Half = int16_t __attribute__((vector_size(kVectorBytes / 2)));
+
+using U32x4 = uint32_t __attribute__((vector_size(16)));
+
+template <class V>
+QUOR_LANES_INLINE V load(const void* memory) noexcept {
+    V v;
+    std::memcpy(&v, memory, sizeof v);
+    return v;
+}
+
+template <class V>
+QUOR_LANES_INLINE void store(void* memory, V v) noexcept {
+    std::memcpy(memory, &v, sizeof v);
+}
+
+/// True when any bit of any lane is set.
+template <class V>
+QUOR_LANES_INLINE bool any(V v) noexcept {
+    const auto words = (U64s)v;
+#if defined(__AVX2__)
+    return _mm256_testz_si256((__m256i)words, (__m256i)words) == 0;
+#else
+    return (words[0] | words[1]) != 0;
+#endif
+}
+
+/// Bit l is set when lane l of a comparison is.
+QUOR_LANES_INLINE uint32_t bitsOf(I32s mask) noexcept {
+#if defined(__AVX2__)
+    return static_cast<uint32_t>(_mm256_movemask_ps((__m256)mask));
+#else
+    constexpr I32s kBits = {1, 2, 4, 8};
+    const auto pairs = (U64s)(mask & kBits);
+    const uint64_t bits = pairs[0] | pairs[1];
+    return static_cast<uint32_t>(bits | bits >> 32);
+#endif
+}
+
+/// Adds to each lane all those before it.
+QUOR_LANES_INLINE U32s runningSums(U32s v) noexcept {
+    constexpr U32s kZero = {};
+#if defined(__AVX2__)
+    v += __builtin_shufflevector(v, kZero, 8, 0, 1, 2, 8, 4, 5, 6);
+    v += __builtin_shufflevector(v, kZero, 8, 8, 0, 1, 8, 8, 4, 5);
+    v += __builtin_shufflevector(v, kZero, 8, 8, 8, 8, 3, 3, 3, 3);
+#else
+    v += __builtin_shufflevector(v, kZero, 4, 0, 1, 2);
+    v += __builtin_shufflevector(v, kZero, 4, 4, 0, 1);
+#endif
+    return v;
+}
+
+/// Stores lane l of four vectors side by side, for one l after the other.
+QUOR_LANES_INLINE void storeTransposed(U32s a, U32s b, U32s c, U32s d,
+                                       uint32_t (*lanes)[4]) noexcept {
+#if defined(__AVX2__)
+    const U32s lowAb = __builtin_shufflevector(a, b, 0, 8, 1, 9, 4, 12, 5, 13);
+    const U32s highAb = __builtin_shufflevector(a, b, 2, 10, 3, 11, 6, 14, 7, 15);
+    const U32s lowCd = __builtin_shufflevector(c, d, 0, 8, 1, 9, 4, 12, 5, 13);
+    const U32s highCd = __builtin_shufflevector(c, d, 2, 10, 3, 11, 6, 14, 7, 15);
+    store(lanes[0], __builtin_shufflevector(lowAb, lowCd, 0, 1, 8, 9, 2, 3, 10, 11));
+    store(lanes[2], __builtin_shufflevector(highAb, highCd, 0, 1, 8, 9, 2, 3, 10, 11));
+    store(lanes[4], __builtin_shufflevector(lowAb, lowCd, 4, 5, 12, 13, 6, 7, 14, 15));
+    store(lanes[6], __builtin_shufflevector(highAb, highCd, 4, 5, 12, 13, 6, 7, 14, 15));
+#else
+    const U32s lowAb = __builtin_shufflevector(a, b, 0, 4, 1, 5);
+    const U32s highAb = __builtin_shufflevector(a, b, 2, 6, 3, 7);
+    const U32s lowCd = __builtin_shufflevector(c, d, 0, 4, 1, 5);
+    const U32s highCd = __builtin_shufflevector(c, d, 2, 6, 3, 7);
+    store(lanes[0], __builtin_shufflevector(lowAb, lowCd, 0, 1, 4, 5));
+    store(lanes[1], __builtin_shufflevector(lowAb, lowCd, 2, 3, 6, 7));
+    store(lanes[2], __builtin_shufflevector(highAb, highCd, 0, 1, 4, 5));
+    store(lanes[3], __builtin_shufflevector(highAb, highCd, 2, 3, 6, 7));
+#endif
+}
+
+/// 16-bit lanes in memory as 32-bit ones, and back without their upper halves.
+QUOR_LANES_INLINE I32s widen(const uint16_t* memory) noexcept {
+    return __builtin_convertvector(load<U16Half>(memory), I32s);
+}
+QUOR_LANES_INLINE I32s widen(const int16_t* memory) noexcept {
+    return __builtin_convertvector(load<I16Half>(memory), I32s);
+}
+QUOR_LANES_INLINE U16Half narrow(I32s v) noexcept {
+    return __builtin_convertvector((U32s)v, U16Half);
+}
+
+/// a where the mask is set, else b.
+template <class M, class V>
+QUOR_LANES_INLINE V choose(M mask, V a, V b) noexcept {
+    return (((V)mask & a) | (~(V)mask & b));
+}
+
+template <class V>
+QUOR_LANES_INLINE V smaller(V a, V b) noexcept {
+    return choose(a < b, a, b);
+}
+
+template <class V>
+QUOR_LANES_INLINE V larger(V a, V b) noexcept {
+    return choose(a > b, a, b);
+}
+
+}  // namespace vg::raster

@@ -1,0 +1,60 @@
+#include "literal_sweep.h"
+
+#include <algorithm>
+
+#include "vg/raster/span_builder.h"
+#include "vg/raster/trapezoid.h"
+
+namespace vg::raster {
+
+bool LiteralSweep::run(const FixedPolygon& polygon, FillRule rule, SweepTarget& target) noexcept {
+    if (polygon.points.count() < 3) return true;
+    if (!row_.reserve(target.surface.width) || !buildEdges(polygon, edges_) ||
+        !lines_.collectVertexHeights(polygon) || !active_.begin(edges_, lines_)) {
+        return false;
+    }
+    target.span.cells = row_.cells();
+    row_.resetRange();
+    for (int32_t line = 0; line + 1 < lines_.count(); ++line) {
+        const int32_t top = lines_.height(line);
+        const int32_t bottom = lines_.height(line + 1);
+        active_.advance(line, top);
+        addBand(rule, top, bottom);
+        if (fractionOf(bottom) == 0) flushRow(pixelOf(bottom), target);
+    }
+    if (lines_.count() > 0) flushRow(pixelOf(lines_.height(lines_.count() - 1)), target);
+    return true;
+}
+
+void LiteralSweep::addBand(FillRule rule, int32_t top, int32_t bottom) noexcept {
+    for (ActiveEdge& active : active_) active.xBottom = active.edge->xAt(bottom);
+    active_.sort();
+    const auto height = static_cast<uint32_t>(top - bottom);
+    // Spans never overlap, even where edges cross inside the band: a boundary is moved to the
+    // right until it is past the one before it.
+    int32_t pastTop = 0;
+    int32_t pastBottom = 0;
+    const auto addBoundary = [&](const ActiveEdge& edge, auto accumulate) {
+        pastTop = std::max(pastTop, edge.xTop);
+        pastBottom = std::max(pastBottom, edge.xBottom);
+        accumulate(row_.cells(), pastTop, pastBottom, height);
+        row_.touch(pastTop, pastBottom);
+    };
+    forEachSpan(active_.begin(), active_.end(), rule,
+                [&](const ActiveEdge& left, const ActiveEdge& right) {
+                    addBoundary(left, addTrapezoid);
+                    addBoundary(right, subtractTrapezoid);
+                });
+    for (ActiveEdge& active : active_) active.xTop = active.xBottom;
+}
+
+void LiteralSweep::flushRow(int32_t row, SweepTarget& target) noexcept {
+    if (!row_.isTouched()) return;
+    const int32_t lastColumn = target.surface.width - 1;
+    const int32_t first = std::min(pixelOf(row_.minX()), lastColumn);
+    const int32_t last = std::min(pixelOf(row_.maxX()), lastColumn);
+    target.function(target.surface, target.span, row, first, last);
+    row_.resetRange();
+}
+
+}  // namespace vg::raster
