@@ -1,18 +1,34 @@
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 
 #include "vg/context.h"
+#include "vg/raster/pixel_io.h"
 #include "vg/raster/rasterizer.h"
 #include "vg/surface.h"
 #include "vg/vg.h"
 
 namespace {
 
-int32_t saturatingSum(int32_t a, int32_t b) noexcept {
-    const int64_t sum = int64_t{a} + b;
-    return static_cast<int32_t>(std::clamp<int64_t>(sum, std::numeric_limits<int32_t>::min(),
-                                                    std::numeric_limits<int32_t>::max()));
+vg::raster::PixelRect intersect(const vg::raster::PixelRect& a,
+                                const vg::raster::PixelRect& b) noexcept {
+    return {std::max(a.x0, b.x0), std::max(a.y0, b.y0), std::min(a.x1, b.x1), std::min(a.y1, b.y1)};
+}
+
+/// Stores the clear colour in the part of the rectangle that lies in the scissor. False when memory
+/// runs out.
+bool clearRect(vg::Context& context, vg::Surface& surface,
+               const vg::raster::PixelRect& rect) noexcept {
+    const uint32_t pixel = vg::raster::packFloatColor(context.clearColor, surface.descriptor());
+    if (!context.scissoring) {
+        vg::raster::clearRect(surface.view(), rect, pixel);
+        return true;
+    }
+    const vg::raster::Scissor* scissor = context.scissorFor(surface.width, surface.height);
+    if (scissor == nullptr) return false;
+    for (const auto& part : *scissor) {
+        vg::raster::clearRect(surface.view(), intersect(rect, part.pixels()), pixel);
+    }
+    return true;
 }
 
 }  // namespace
@@ -21,7 +37,7 @@ void vgClear(VGint x, VGint y, VGint width, VGint height) {
     vg::Context* context = vg::currentPair();
     if (context == nullptr) return;
     if (width < 1 || height < 1) return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
-    const vg::raster::PixelRect rect{x, y, saturatingSum(x, width), saturatingSum(y, height)};
-    vg::raster::clearRect(vg::currentSurface()->view(), rect,
-                          vg::raster::packPremultiplied(context->clearColor));
+    if (clearRect(*context, *vg::currentSurface(), vg::pixelRect(x, y, width, height))) return;
+    context->recoverMemory();
+    context->raise(VG_OUT_OF_MEMORY_ERROR);
 }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/finite.h"
+#include "vg/image.h"
 #include "vg/paint.h"
 #include "vg/path.h"
 
@@ -22,6 +23,21 @@ Paint* Context::findPaint(VGPaint handle) const noexcept {
     return static_cast<Paint*>(shared->objects.find(handle, contextId, ObjectKind::kPaint));
 }
 
+Image* Context::findImage(VGImage handle) const noexcept {
+    return static_cast<Image*>(shared->objects.find(handle, contextId, ObjectKind::kImage));
+}
+
+const raster::Scissor* Context::scissorFor(int32_t width, int32_t height) noexcept {
+    if (scissorChanged || !scissor.isFor(width, height)) {
+        scissorChanged = true;  // until it has been rebuilt
+        if (!scissor.rebuild(scissorRects.data(), scissorRects.count(), width, height)) {
+            return nullptr;
+        }
+        scissorChanged = false;
+    }
+    return &scissor;
+}
+
 void Context::recoverMemory() noexcept {
     scissorRects.shrinkToFit();
     stroke.dashPattern.shrinkToFit();
@@ -29,6 +45,8 @@ void Context::recoverMemory() noexcept {
     stroker.shrinkBuffers();
     strokeOutline.shrinkToFit();
     rasterizer.shrinkBuffers();
+    scissor.shrinkToFit();
+    pixelWork.release();
 }
 
 }  // namespace vg

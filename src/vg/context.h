@@ -8,12 +8,14 @@
 #include "vg/matrix.h"
 #include "vg/object_handles.h"
 #include "vg/raster/rasterizer.h"
+#include "vg/raster/scissor.h"
 #include "vg/stroker.h"
 #include "vg/tolerance.h"
 #include "vg/vg.h"
 
 namespace vg {
 
+struct Image;
 struct Paint;
 struct Path;
 
@@ -87,6 +89,8 @@ struct Context {
     FlatteningTolerance tolerance;
     base::Array<int16_t> gaussianWork[2];
     raster::Rasterizer rasterizer;
+    raster::Scissor scissor;         ///< see scissorFor()
+    base::Array<uint8_t> pixelWork;  ///< pixels on their way from an area to one that it overlaps
     Stroker stroker;
     StrokeOutline strokeOutline;  ///< of the stroke being drawn
 
@@ -119,6 +123,11 @@ struct Context {
 
     Path* findPath(VGPath handle) const noexcept;
     Paint* findPaint(VGPaint handle) const noexcept;
+    Image* findImage(VGImage handle) const noexcept;
+
+    /// The scissor for a surface of this size, rebuilt if it or the surface has changed; used only
+    /// while `scissoring` is on. Null when memory runs out.
+    const raster::Scissor* scissorFor(int32_t width, int32_t height) noexcept;
 
     /// Shrinks every growable work array to its used size after an allocation failed, so that the
     /// work can be tried once more.

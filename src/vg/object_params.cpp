@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "vg/image_params.h"
 #include "vg/paint.h"
 #include "vg/param_rule.h"
 #include "vg/path.h"
@@ -66,8 +67,8 @@ auto findRule(const Rules& rules, VGint type) noexcept {
     return rule != std::end(rules) ? rule : nullptr;
 }
 
-/// Calls visit(context, object, rule) with the paint or path behind the handle and its rule for
-/// the parameter (null without one); raises an error for any other handle.
+/// Calls visit(context, object, rule) with the paint, path or image behind the handle and its rule
+/// for the parameter (null without one); raises an error for any other handle.
 template <class Visitor>
 void visitParam(VGHandle handle, VGint type, Visitor visit) noexcept {
     Context* context = currentPair();
@@ -76,6 +77,8 @@ void visitParam(VGHandle handle, VGint type, Visitor visit) noexcept {
         visit(*context, *paint, findRule(kPaintRules, type));
     } else if (Path* path = context->findPath(handle)) {
         visit(*context, *path, findRule(kPathRules, type));
+    } else if (Image* image = context->findImage(handle)) {
+        visit(*context, *image, findImageRule(type));
     } else {
         context->raise(VG_BAD_HANDLE_ERROR);
     }

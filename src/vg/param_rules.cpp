@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "vg/dash_rules.h"
+#include "vg/image.h"
 
 namespace vg {
 namespace {
@@ -121,7 +122,6 @@ constexpr ParamAccess<Context> kLargestFloat = {nullptr,
 
 constexpr VGint kUnlimited = 0x7FFFFFFF;
 constexpr VGint kMaxKernelSize = 255;
-constexpr VGint kMaxImageSide = 23170;  // the largest whose square has four bytes a pixel in 2^31
 constexpr VGint kMaxImagePixels = kMaxImageSide * kMaxImageSide;
 
 using C = Context;

@@ -2,20 +2,29 @@
 
 #include "base/array.h"
 #include "vg/engine.h"
+#include "vg/pixel_area.h"
 #include "vg/raster/draw_params.h"
 
 namespace vg {
 
-/// Pixel memory that a context draws on, in the format VG_sARGB_8888_PRE.
+/// Pixel memory that a context draws on, in a 32-bit ARGB format.
 struct Surface {
     int32_t width = 0;
     int32_t height = 0;
-    uint32_t format = 0;
+    uint32_t format = 0;           ///< a VGImageFormat code
     base::Array<uint32_t> pixels;  ///< rows from the top down
 
     bool isLinear() const noexcept;  ///< whether the format's colour space is
 
     raster::PixelSurface view() noexcept { return {pixels.data(), width, height}; }
+
+    const raster::PixelFormatDescriptor& descriptor() const noexcept {
+        return *raster::findPixelFormat(format);
+    }
+    PixelArea area() noexcept {
+        auto* lowest = reinterpret_cast<uint8_t*>(view().row(0));
+        return {lowest, int64_t{width} * -4, &descriptor(), width, height};
+    }
 };
 
 }  // namespace vg

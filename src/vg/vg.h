@@ -18,6 +18,7 @@ using VGbitfield = uint32_t;
 using VGHandle = uint32_t;  ///< index in the low 26 bits, context id in the high 6; 0 is none
 using VGPath = VGHandle;
 using VGPaint = VGHandle;
+using VGImage = VGHandle;
 
 inline constexpr VGHandle VG_INVALID_HANDLE = 0;
 
@@ -206,6 +207,57 @@ enum VGTilingMode : VGint {
     VG_TILE_REFLECT = 0x1D03
 };
 
+/// Pixel formats: the letters name the fields from the highest bit of a pixel's word down, s and l
+/// the sRGB and the linear colour space. Bit 6 of a code puts alpha (or X) first, bit 7 blue.
+enum VGImageFormat : VGint {
+    VG_sRGBX_8888 = 0x00,
+    VG_sRGBA_8888 = 0x01,
+    VG_sRGBA_8888_PRE = 0x02,
+    VG_sRGB_565 = 0x03,
+    VG_sRGBA_5551 = 0x04,
+    VG_sRGBA_4444 = 0x05,
+    VG_sL_8 = 0x06,
+    VG_lRGBX_8888 = 0x07,
+    VG_lRGBA_8888 = 0x08,
+    VG_lRGBA_8888_PRE = 0x09,
+    VG_lL_8 = 0x0A,
+    VG_A_8 = 0x0B,
+    VG_BW_1 = 0x0C,
+    VG_A_1 = 0x0D,
+    VG_A_4 = 0x0E,
+    VG_sXRGB_8888 = 0x40,
+    VG_sARGB_8888 = 0x41,
+    VG_sARGB_8888_PRE = 0x42,
+    VG_sARGB_1555 = 0x44,
+    VG_sARGB_4444 = 0x45,
+    VG_lXRGB_8888 = 0x47,
+    VG_lARGB_8888 = 0x48,
+    VG_lARGB_8888_PRE = 0x49,
+    VG_sBGRX_8888 = 0x80,
+    VG_sBGRA_8888 = 0x81,
+    VG_sBGRA_8888_PRE = 0x82,
+    VG_sBGR_565 = 0x83,
+    VG_sBGRA_5551 = 0x84,
+    VG_sBGRA_4444 = 0x85,
+    VG_lBGRX_8888 = 0x87,
+    VG_lBGRA_8888 = 0x88,
+    VG_lBGRA_8888_PRE = 0x89,
+    VG_sXBGR_8888 = 0xC0,
+    VG_sABGR_8888 = 0xC1,
+    VG_sABGR_8888_PRE = 0xC2,
+    VG_sABGR_1555 = 0xC4,
+    VG_sABGR_4444 = 0xC5,
+    VG_lXBGR_8888 = 0xC7,
+    VG_lABGR_8888 = 0xC8,
+    VG_lABGR_8888_PRE = 0xC9
+};
+
+enum VGImageParamType : VGint {
+    VG_IMAGE_FORMAT = 0x1E00,
+    VG_IMAGE_WIDTH = 0x1E01,
+    VG_IMAGE_HEIGHT = 0x1E02
+};
+
 enum VGImageQuality : VGint {
     VG_IMAGE_QUALITY_NONANTIALIASED = 1 << 0,
     VG_IMAGE_QUALITY_FASTER = 1 << 1,
@@ -241,7 +293,7 @@ VGint vgGetVectorSize(VGint type);
 void vgGetfv(VGint type, VGint count, VGfloat* values);
 void vgGetiv(VGint type, VGint count, VGint* values);
 
-// Parameters of objects (paths and paints)
+// Parameters of objects (paths, paints and images)
 
 void vgSetParameterf(VGHandle object, VGint type, VGfloat value);
 void vgSetParameteri(VGHandle object, VGint type, VGint value);
@@ -300,3 +352,36 @@ void vgSetPaint(VGPaint paint, VGbitfield paintModes);
 VGPaint vgGetPaint(VGint paintMode);
 void vgSetColor(VGPaint paint, VGuint rgba);
 VGuint vgGetColor(VGPaint paint);
+
+// Images: pixel (0, 0) is the lower left one, and the first row of a caller's memory is the lowest.
+// Rectangles are cut at the borders of both sides; colours are converted between the formats.
+
+/// A new image of zero pixels. `allowedQuality` holds bits of VGImageQuality.
+VGImage vgCreateImage(VGint format, VGint width, VGint height, VGbitfield allowedQuality);
+void vgDestroyImage(VGImage image);
+
+/// Fills a rectangle with the clear colour.
+void vgClearImage(VGImage image, VGint x, VGint y, VGint width, VGint height);
+
+/// Copies rows of pixels, `dataStride` bytes apart, into the image. Memory of 16- and 32-bit
+/// formats must lie on addresses divisible by their size.
+void vgImageSubData(VGImage image, const void* data, VGint dataStride, VGint dataFormat, VGint x,
+                    VGint y, VGint width, VGint height);
+/// Copies pixels of the image out; memory for pixels outside the image stays as it is.
+void vgGetImageSubData(VGImage image, void* data, VGint dataStride, VGint dataFormat, VGint x,
+                       VGint y, VGint width, VGint height);
+
+/// Copies between images, or within one as if by way of a third. Nothing is dithered.
+void vgCopyImage(VGImage destination, VGint dx, VGint dy, VGImage source, VGint sx, VGint sy,
+                 VGint width, VGint height, VGboolean dither);
+
+// Pixels of the surface, copied without blending; those that write to it respect the scissor.
+
+void vgSetPixels(VGint dx, VGint dy, VGImage source, VGint sx, VGint sy, VGint width, VGint height);
+void vgGetPixels(VGImage destination, VGint dx, VGint dy, VGint sx, VGint sy, VGint width,
+                 VGint height);
+void vgWritePixels(const void* data, VGint dataStride, VGint dataFormat, VGint dx, VGint dy,
+                   VGint width, VGint height);
+void vgReadPixels(void* data, VGint dataStride, VGint dataFormat, VGint sx, VGint sy, VGint width,
+                  VGint height);
+void vgCopyPixels(VGint dx, VGint dy, VGint sx, VGint sy, VGint width, VGint height);

@@ -10,10 +10,15 @@ inline constexpr uint32_t kLanes = 0x00FF00FF;
 
 constexpr uint32_t alphaOf(uint32_t pixel) noexcept { return pixel >> 24; }
 
+/// Two products (0..255 * 255) divided by 255, rounded.
+constexpr uint32_t divideLanes255(uint32_t products) noexcept {
+    const uint32_t sum = products + 0x00800080;
+    return ((sum + ((sum >> 8) & kLanes)) >> 8) & kLanes;
+}
+
 /// Both channels times `factor` (0..255) divided by 255, rounded.
 constexpr uint32_t scaleLanes255(uint32_t lanes, uint32_t factor) noexcept {
-    const uint32_t product = lanes * factor + 0x00800080;
-    return ((product + ((product >> 8) & kLanes)) >> 8) & kLanes;
+    return divideLanes255(lanes * factor);
 }
 
 /// All four channels times `factor` / 255, rounded.

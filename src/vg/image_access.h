@@ -1,0 +1,43 @@
+#pragma once
+
+#include "vg/image.h"
+#include "vg/path_access.h"
+
+// The steps that image and pixel entry points have in common.
+namespace vg {
+
+/// The image behind the handle. Null, with the error raised, when there is none.
+inline Image* findImageOrRaise(Context& context, VGImage handle) noexcept {
+    Image* image = context.findImage(handle);
+    if (image == nullptr) context.raise(VG_BAD_HANDLE_ERROR);
+    return image;
+}
+
+/// True for a rectangle of pixels; else the error is raised.
+inline bool isSizeOrRaise(Context& context, VGint width, VGint height) noexcept {
+    if (width > 0 && height > 0) return true;
+    context.raise(VG_ILLEGAL_ARGUMENT_ERROR);
+    return false;
+}
+
+/// The caller's memory as rows of pixels. False, with the error raised, when the format does not
+/// exist, the size is not positive, or the memory is null or not aligned to 16- or 32-bit pixels.
+template <class Byte>
+bool describeMemory(Context& context, Byte* data, VGint stride, VGint format, VGint width,
+                    VGint height, BasicPixelArea<Byte>& area) noexcept {
+    const auto* descriptor = raster::findPixelFormat(static_cast<uint32_t>(format));
+    if (descriptor == nullptr) {
+        context.raise(VG_UNSUPPORTED_IMAGE_FORMAT_ERROR);
+        return false;
+    }
+    if (!isSizeOrRaise(context, width, height)) return false;
+    const int32_t bytes = descriptor->bitsPerPixel / 8;
+    if (!isUsableArray(data, bytes > 0 ? static_cast<uintptr_t>(bytes) : 1)) {
+        context.raise(VG_ILLEGAL_ARGUMENT_ERROR);
+        return false;
+    }
+    area = {data, stride, descriptor, width, height};
+    return true;
+}
+
+}  // namespace vg
