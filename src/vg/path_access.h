@@ -26,6 +26,23 @@ inline Path* findAllowing(Context& context, VGPath handle, VGbitfield capabiliti
     return path != nullptr && allows(context, *path, capabilities) ? path : nullptr;
 }
 
+/// Where a call writes to and what it reads; both null unless all checks pass.
+struct PathPair {
+    Path* destination = nullptr;
+    const Path* source = nullptr;
+};
+
+/// The handles are checked before the capabilities, the destination first each time.
+inline PathPair findPair(Context& context, VGPath destinationHandle, VGbitfield destinationNeeds,
+                         VGPath sourceHandle, VGbitfield sourceNeeds) noexcept {
+    Path* destination = findOrRaise(context, destinationHandle);
+    const Path* source = findOrRaise(context, sourceHandle);
+    if (destination == nullptr || source == nullptr) return {};
+    if (!allows(context, *destination, destinationNeeds)) return {};
+    if (!allows(context, *source, sourceNeeds)) return {};
+    return {destination, source};
+}
+
 /// True when the path has segments `first` to `first + count - 1`, and count is at least 1.
 inline bool hasSegments(const Path& path, VGint first, VGint count) noexcept {
     const int32_t available = path.segments.count();

@@ -91,14 +91,11 @@ using vg::Path;
 void vgAppendPath(VGPath destinationHandle, VGPath sourceHandle) {
     Context* context = vg::currentPair();
     if (context == nullptr) return;
-    Path* destination = vg::findOrRaise(*context, destinationHandle);
-    const Path* source = vg::findOrRaise(*context, sourceHandle);
-    if (destination == nullptr || source == nullptr) return;
-    if (!vg::allows(*context, *destination, VG_PATH_CAPABILITY_APPEND_TO) ||
-        !vg::allows(*context, *source, VG_PATH_CAPABILITY_APPEND_FROM)) {
-        return;
-    }
-    vg::doOrRaise(*context, [&] { return vg::appendPath(*destination, *source); });
+    const vg::PathPair pair =
+        vg::findPair(*context, destinationHandle, VG_PATH_CAPABILITY_APPEND_TO, sourceHandle,
+                     VG_PATH_CAPABILITY_APPEND_FROM);
+    if (pair.destination == nullptr) return;
+    vg::doOrRaise(*context, [&] { return vg::appendPath(*pair.destination, *pair.source); });
 }
 
 void vgAppendPathData(VGPath handle, VGint segmentCount, const VGubyte* segments,

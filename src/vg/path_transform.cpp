@@ -105,13 +105,11 @@ using vg::Path;
 void vgTransformPath(VGPath destinationHandle, VGPath sourceHandle) {
     Context* context = vg::currentPair();
     if (context == nullptr) return;
-    Path* destination = vg::findOrRaise(*context, destinationHandle);
-    const Path* source = vg::findOrRaise(*context, sourceHandle);
-    if (destination == nullptr || source == nullptr) return;
-    if (!vg::allows(*context, *destination, VG_PATH_CAPABILITY_TRANSFORM_TO) ||
-        !vg::allows(*context, *source, VG_PATH_CAPABILITY_TRANSFORM_FROM)) {
-        return;
-    }
+    const vg::PathPair pair =
+        vg::findPair(*context, destinationHandle, VG_PATH_CAPABILITY_TRANSFORM_TO, sourceHandle,
+                     VG_PATH_CAPABILITY_TRANSFORM_FROM);
+    if (pair.destination == nullptr) return;
     const vg::AffineMap map(context->matrix(VG_MATRIX_PATH_USER_TO_SURFACE).value);
-    vg::doOrRaise(*context, [&] { return vg::transformPath(*destination, *source, map); });
+    vg::doOrRaise(*context,
+                  [&] { return vg::transformPath(*pair.destination, *pair.source, map); });
 }

@@ -4,21 +4,8 @@ namespace {
 
 using Draw = LibraryFixture;
 
-struct Case {
-    const char* name;
-    const char* content;  ///< of a document of 4 x 2 units
-    const char* letters;
-};
-
-void expectLetters(const Case& c) {
-    SCOPED_TRACE(c.name);
-    const Picture picture(4, 2, c.content);
-    EXPECT_EQ(QUOR_NO_ERROR, picture.draw());
-    EXPECT_EQ(c.letters, picture.letters());
-}
-
 TEST_F(Draw, PutsShapesWhereTheyAreInDocumentOrder) {
-    const Case cases[] = {
+    const LetterCase cases[] = {
         {"first row on top", "<rect x='1' y='0' width='2' height='1'/>", ".KK./...."},
         {"last row", "<rect x='3' y='1' width='1' height='1'/>", "..../...K"},
         {"later above earlier",
@@ -35,11 +22,11 @@ TEST_F(Draw, PutsShapesWhereTheyAreInDocumentOrder) {
          "<rect width='-1' height='2'/><circle r='0'/><path d=''/><polygon points='1'/>",
          "..../...."},
     };
-    for (const Case& c : cases) expectLetters(c);
+    for (const LetterCase& c : cases) expectLetters(c);
 }
 
 TEST_F(Draw, InheritsStylesAndGivesThemBack) {
-    const Case cases[] = {
+    const LetterCase cases[] = {
         {"fill from the group", "<g fill='red'><rect width='1' height='1'/></g>", "R.../...."},
         {"a sibling keeps the parent's",
          "<g fill='red'><rect width='1' height='1' fill='blue'/>"
@@ -64,11 +51,11 @@ TEST_F(Draw, InheritsStylesAndGivesThemBack) {
         {"style wins over the attribute",
          "<rect width='1' height='1' fill='red' style='fill: blue'/>", "B.../...."},
     };
-    for (const Case& c : cases) expectLetters(c);
+    for (const LetterCase& c : cases) expectLetters(c);
 }
 
 TEST_F(Draw, HidesWhatIsNotDisplayedOrVisible) {
-    const Case cases[] = {
+    const LetterCase cases[] = {
         {"no child of an element that is not displayed",
          "<g display='none'><rect display='inline' width='4' height='2'/></g>", "..../...."},
         {"a displayed sibling",
@@ -81,11 +68,11 @@ TEST_F(Draw, HidesWhatIsNotDisplayedOrVisible) {
          "..K./...."},
         {"fill none", "<rect fill='none' width='4' height='2'/>", "..../...."},
     };
-    for (const Case& c : cases) expectLetters(c);
+    for (const LetterCase& c : cases) expectLetters(c);
 }
 
 TEST_F(Draw, MultipliesTransformsFromTheOutside) {
-    const Case cases[] = {
+    const LetterCase cases[] = {
         {"nested",
          "<g transform='translate(1,0)'><g transform='scale(2)'>"
          "<rect width='1' height='1'/></g></g>",
@@ -103,11 +90,11 @@ TEST_F(Draw, MultipliesTransformsFromTheOutside) {
         {"a list with a fault is the identity",
          "<rect transform='translate(1) rubbish' width='1' height='1'/>", "K.../...."},
     };
-    for (const Case& c : cases) expectLetters(c);
+    for (const LetterCase& c : cases) expectLetters(c);
 }
 
 TEST_F(Draw, ScalesAlphaByTheOpacityOfEachPaint) {
-    const Case cases[] = {
+    const LetterCase cases[] = {
         {"fill", "<rect width='1' height='1' fill='red' fill-opacity='.5'/>", "r.../...."},
         {"opacity does not stick",
          "<rect width='1' height='1' fill='red' fill-opacity='.5'/>"
@@ -123,11 +110,11 @@ TEST_F(Draw, ScalesAlphaByTheOpacityOfEachPaint) {
          " fill-opacity='.5' stroke-opacity='.5'/>",
          "b?rr/b?rr"},
     };
-    for (const Case& c : cases) expectLetters(c);
+    for (const LetterCase& c : cases) expectLetters(c);
 }
 
 TEST_F(Draw, TakesTheFallbackOfAReferenceThatGivesNoPaint) {
-    const Case cases[] = {
+    const LetterCase cases[] = {
         {"nothing of that id", "<rect width='1' height='1' fill='url(#none) red'/>", "R.../...."},
         {"not a paint server", "<g id='g'/><rect width='1' height='1' fill='url(#g) lime'/>",
          "G.../...."},
@@ -139,11 +126,11 @@ TEST_F(Draw, TakesTheFallbackOfAReferenceThatGivesNoPaint) {
          "R.../...."},
         {"of a stroke", "<path d='M0 .5H2' fill='none' stroke='url(#none) red'/>", "RR../...."},
     };
-    for (const Case& c : cases) expectLetters(c);
+    for (const LetterCase& c : cases) expectLetters(c);
 }
 
 TEST_F(Draw, KeepsTheWidthOfNonScalingStrokes) {
-    const Case cases[] = {
+    const LetterCase cases[] = {
         {"under a uniform scale",
          "<path transform='scale(2)' d='M0 .25H1' stroke='red' vector-effect='non-scaling-stroke'"
          "/><path d='M2 1.5H4' stroke='blue'/>",
@@ -157,7 +144,7 @@ TEST_F(Draw, KeepsTheWidthOfNonScalingStrokes) {
          " vector-effect='non-scaling-stroke'/><path d='M2 1.5H4' stroke='blue'/>",
          "..../..BB"},
     };
-    for (const Case& c : cases) expectLetters(c);
+    for (const LetterCase& c : cases) expectLetters(c);
 }
 
 TEST_F(Draw, GivesTheSamePixelsEveryTime) {

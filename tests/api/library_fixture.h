@@ -93,3 +93,17 @@ private:
     uint32_t surface_;
     uint32_t document_;
 };
+
+/// What a small document looks like; see Picture::letters().
+struct LetterCase {
+    const char* name;
+    const char* content;  ///< of a document of 4 x 2 units
+    const char* letters;
+};
+
+inline void expectLetters(const LetterCase& c) {
+    SCOPED_TRACE(c.name);
+    const Picture picture(4, 2, c.content);
+    EXPECT_EQ(QUOR_NO_ERROR, picture.draw());
+    EXPECT_EQ(c.letters, picture.letters());
+}

@@ -4,21 +4,8 @@ namespace {
 
 using UseDraw = LibraryFixture;
 
-struct Case {
-    const char* name;
-    const char* content;  ///< of a document of 4 x 2 units
-    const char* letters;
-};
-
-void expectLetters(const Case& c) {
-    SCOPED_TRACE(c.name);
-    const Picture picture(4, 2, c.content);
-    EXPECT_EQ(QUOR_NO_ERROR, picture.draw());
-    EXPECT_EQ(c.letters, picture.letters());
-}
-
 TEST_F(UseDraw, PlacesItsTargetAndLendsItItsStyle) {
-    const Case cases[] = {
+    const LetterCase cases[] = {
         {"x and y",
          "<defs><rect id='a' width='1' height='1'/></defs>"
          "<use xlink:href='#a' x='2' y='1'/>",
@@ -48,11 +35,11 @@ TEST_F(UseDraw, PlacesItsTargetAndLendsItItsStyle) {
          "K.../...."},
         {"no target", "<use xlink:href='#none'/><use/><rect width='1' height='1'/>", "K.../...."},
     };
-    for (const Case& c : cases) expectLetters(c);
+    for (const LetterCase& c : cases) expectLetters(c);
 }
 
 TEST_F(UseDraw, NestedViewportsMapTheirContent) {
-    const Case cases[] = {
+    const LetterCase cases[] = {
         {"viewBox",
          "<svg x='2' width='2' height='2' viewBox='10 10 4 4'>"
          "<rect x='10' y='10' width='2' height='2'/></svg>",
@@ -67,7 +54,7 @@ TEST_F(UseDraw, NestedViewportsMapTheirContent) {
         {"style is inherited",
          "<svg fill='red' width='4' height='2'><rect width='1' height='1'/></svg>", "R.../...."},
     };
-    for (const Case& c : cases) expectLetters(c);
+    for (const LetterCase& c : cases) expectLetters(c);
 }
 
 TEST_F(UseDraw, ReferenceCirclesEndTheDrawEveryTime) {

@@ -44,12 +44,6 @@ public:
         maxX_ = 0;
     }
 
-    /// Zeroes everything after an aborted draw.
-    void wipe() noexcept {
-        std::fill(cells_.begin(), cells_.end(), 0U);
-        resetRange();
-    }
-
 private:
     base::Array<uint32_t> cells_;
     int32_t minX_ = kMaxCoordinate;

@@ -6,8 +6,8 @@
 #include "vg/raster/fixed.h"
 
 // An edge from x_a to x_b (x_a <= x_b) over a band of height h covers, to its right, a trapezoid
-// in every column that it passes. With d = x_b - x_a and s = h 2^19 / d, the area right of the
-// edge in its first column is (32 - f_a)^2 s / 2^... of the pixel, and so on quadratically:
+// in every column that it passes. With s = h 2^19 / (x_b - x_a), the triangle in its first column
+// is (32 - f_a)^2 s, and the columns after it follow by the same squares.
 //
 //        x_a
 //     ----+-----------+-----------+------
