@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "vg/raster/gradient_params.h"
+#include "vg/raster/texture_params.h"
 
 namespace vg::raster {
 
@@ -44,12 +45,14 @@ enum class Quality : int32_t {
     kBetter = 0x1202,
 };
 
-/// The pixels that are drawn on: 32-bit words, rows from the top down without padding, in the
-/// format VG_sARGB_8888_PRE (0x42). Pixel row y (upwards) lies in memory row height - 1 - y.
+/// The pixels that are drawn on: 32-bit words, rows from the top down without padding. Pixel row y
+/// (upwards) lies in memory row height - 1 - y.
 struct PixelSurface {
     uint32_t* pixels = nullptr;
     int32_t width = 0;
     int32_t height = 0;
+    /// VG_sARGB_8888 (0x41), VG_lARGB_8888 (0x48) or the premultiplied format that follows each.
+    uint32_t format = 0x42;
 
     uint32_t* row(int32_t y) const noexcept {
         return pixels + static_cast<int64_t>(height - 1 - y) * width;
@@ -59,7 +62,8 @@ struct PixelSurface {
 /// The paint of one draw.
 struct PaintParams {
     PaintKind kind = PaintKind::kColor;
-    GradientParams gradient;                    ///< of a gradient; a colour has the three below
+    GradientParams gradient;                    ///< of a gradient
+    TextureParams pattern;                      ///< of a pattern; a colour has the three below
     float color[4] = {0.0F, 0.0F, 0.0F, 1.0F};  ///< red, green, blue, alpha; not premultiplied
     bool colorTransformEnabled = false;
     float colorTransform[8] = {1, 1, 1, 1, 0, 0, 0, 0};  ///< four scales, then four biases
@@ -75,6 +79,10 @@ struct FillParams {
     PixelSurface surface;
     PixelRect clip;  ///< inside the surface
     PaintParams paint;
+    /// One byte a pixel, in the surface's row order; scales coverage. Null: no masking.
+    const uint8_t* mask = nullptr;
+    ImageMode imageMode = ImageMode::kNone;  ///< how `image` goes with the paint
+    TextureParams image;                     ///< of an image draw
 };
 
 }  // namespace vg::raster

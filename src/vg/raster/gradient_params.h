@@ -6,7 +6,13 @@
 
 namespace vg::raster {
 
-enum class PaintKind : uint8_t { kColor, kLinearGradient, kRadialGradient, kConicalGradient };
+enum class PaintKind : uint8_t {
+    kColor,
+    kLinearGradient,
+    kRadialGradient,
+    kConicalGradient,
+    kPattern,
+};
 
 enum class Spread : int32_t { kPad = 0x1C00, kRepeat = 0x1C01, kReflect = 0x1C02 };
 

@@ -107,6 +107,7 @@ GradientForm setupGradient(PaintKind kind, const GradientParams& params,
         case PaintKind::kConicalGradient:
             return setupConical(params, state);
         case PaintKind::kColor:
+        case PaintKind::kPattern:
             break;
     }
     return GradientForm::kLastColor;
