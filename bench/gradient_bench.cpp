@@ -56,15 +56,19 @@ void setMemory(benchmark::State& state) {
 }
 BENCHMARK(setMemory)->Name("gradient/memset");
 
-void paint(benchmark::State& state, PaintParams params, int32_t blendMode) {
+void paint(benchmark::State& state, const PaintParams& paintParams, int32_t blendMode) {
     static const ColorRamp kNormal = buildRamp({});
     static const ColorRamp kMirrored = buildRamp({.isMirrored = true});
+    FillParams fill;
+    fill.paint = paintParams;
+    fill.blendMode = blendMode;
+    PaintParams& params = fill.paint;
     const bool isReflected =
         params.gradient.spread == Spread::kReflect && params.kind != PaintKind::kConicalGradient;
     params.gradient.ramp = isReflected ? &kMirrored : &kNormal;
     Surface surface;
     SpanContext span;
-    const SpanFunctions functions = setupPaint(params, blendMode, span);
+    const SpanFunctions functions = setupPaint(fill, span);
     for (auto _ : state) {
         for (int y = 0; y < kSide; ++y) functions.run(surface.view(), span, y, 0, kSide);
         benchmark::ClobberMemory();

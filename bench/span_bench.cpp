@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "vg/raster/coverage_row.h"
-#include "vg/raster/span_function.h"
+#include "vg/raster/span_selection.h"
 
 namespace vg::raster {
 namespace {

@@ -6,6 +6,7 @@
 #include "vg/affine_map.h"
 #include "vg/context.h"
 #include "vg/paint.h"
+#include "vg/raster/paint_setup.h"
 #include "vg/surface.h"
 
 namespace vg {
@@ -88,6 +89,7 @@ RampKey rampKeyOf(const Context& context, const Surface& surface, const Paint& p
     key.isSmooth = paint.interpolation == VG_COLOR_RAMP_INTERPOLATION_SMOOTH_KRN;
     key.interpolatesPremultiplied = paint.interpolatesPremultiplied;
     key.isLinearSpace = surface.isLinear();
+    key.isPremultiplied = raster::takesPremultipliedPaint(surface.format, raster::ImageMode::kNone);
     std::copy_n(context.effectiveColorTransform.values, 8, key.colorTransform);
     return key;
 }

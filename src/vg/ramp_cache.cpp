@@ -17,6 +17,7 @@ raster::RampOptions optionsOf(const RampKey& key) noexcept {
             .isSmooth = key.isSmooth,
             .interpolatesPremultiplied = key.interpolatesPremultiplied,
             .isLinearSpace = key.isLinearSpace,
+            .isPremultiplied = key.isPremultiplied,
             .colorTransform = isTransformed ? key.colorTransform : nullptr};
 }
 

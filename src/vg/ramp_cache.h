@@ -14,6 +14,7 @@ struct RampKey {
     bool isSmooth = false;
     bool interpolatesPremultiplied = false;
     bool isLinearSpace = false;
+    bool isPremultiplied = true;
     float colorTransform[8] = {1, 1, 1, 1, 0, 0, 0, 0};  ///< scales, biases
 
     bool operator==(const RampKey&) const noexcept = default;

@@ -16,7 +16,7 @@ struct Surface {
 
     bool isLinear() const noexcept;  ///< whether the format's colour space is
 
-    raster::PixelSurface view() noexcept { return {pixels.data(), width, height}; }
+    raster::PixelSurface view() noexcept { return {pixels.data(), width, height, format}; }
 
     const raster::PixelFormatDescriptor& descriptor() const noexcept {
         return *raster::findPixelFormat(format);

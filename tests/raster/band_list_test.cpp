@@ -1,4 +1,5 @@
 #include "vg/raster/band_list.h"
+#include "vg/raster/span_selection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "vg/raster/span_function.h"
+#include "vg/raster/span_selection.h"
 
 #include <gtest/gtest.h>
 
@@ -120,9 +120,10 @@ TEST(PaintColor, IsClampedPremultipliedAndRounded) {
     PaintParams paint;
     std::copy_n(cases[3].rgba, 4, paint.color);
     paint.colorTransform[3] = 0.5F;
-    EXPECT_EQ(packPaintColor(paint), 0xFF336699) << "a disabled transform does nothing";
+    EXPECT_EQ(packPaintColor(paint, false, true), 0xFF336699)
+        << "a disabled transform does nothing";
     paint.colorTransformEnabled = true;
-    EXPECT_EQ(packPaintColor(paint), 0x801A334D);
+    EXPECT_EQ(packPaintColor(paint, false, true), 0x801A334D);
 }
 
 TEST(ClearRect, StaysOnTheSurface) {

@@ -8,6 +8,7 @@
 #include "raster_fixture.h"
 #include "vg/raster/blend_modes.h"
 #include "vg/raster/kernels.h"
+#include "vg/raster/span_selection.h"
 #include "vg/raster/to_fixed.h"
 
 namespace vg::raster {

@@ -149,10 +149,11 @@ struct ChannelPair {
 };
 
 /// A mode that is told by one colour channel: Mode::sum gives 255 times the channel's value.
-/// Alpha is a_s + a_d - a_s a_d; colours are clamped to 0..alpha.
+/// Alpha is a_s + a_d - a_s a_d; colours are clamped to 0..alpha. A call, since span functions that
+/// each had the long arithmetic in several loops would be most of the library.
 template <class Mode>
 struct Separable {
-    static constexpr uint32_t apply(uint32_t s, uint32_t d) noexcept {
+    [[gnu::noinline]] static constexpr uint32_t apply(uint32_t s, uint32_t d) noexcept {
         const uint32_t alpha = alphaOf(s) + alphaOf(d) - divideLanes255(alphaOf(s) * alphaOf(d));
         uint32_t pixel = alpha << 24;
         for (int shift = 0; shift < 24; shift += 8) {

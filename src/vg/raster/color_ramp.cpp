@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/array.h"
+#include "vg/raster/linear_curve.h"
 #include "vg/raster/pixel_lanes.h"
 #include "vg/raster/rasterizer.h"
 
@@ -112,11 +113,6 @@ void clampToUnit(Color& color) noexcept {
     for (float& c : color.channels) c = std::clamp(c, 0.0F, 1.0F);
 }
 
-/// The threshold is a tenth of the usual one.
-float linearOfSrgb(float c) noexcept {
-    return c <= 0.003928F ? c * 0.07739938F : std::pow((c + 0.0556F) * 0.9473285F, 2.4F);
-}
-
 /// From an interpolated colour to the surface's format.
 uint32_t pixelOf(Color color, const RampOptions& options) noexcept {
     float* const c = color.channels;
@@ -132,7 +128,7 @@ uint32_t pixelOf(Color color, const RampOptions& options) noexcept {
     if (options.isLinearSpace) {
         for (int i = 0; i < 3; ++i) c[i] = linearOfSrgb(c[i]);
     }
-    return packPremultiplied(c);
+    return options.isPremultiplied ? packPremultiplied(c) : packPlain(c);
 }
 
 /// Entry i is the colour at i * span / 1023, between the last knot that is not beyond this place

@@ -25,6 +25,7 @@ struct RampOptions {
     bool isSmooth = false;    ///< a cubic Hermite spline through the stops
     bool interpolatesPremultiplied = false;
     bool isLinearSpace = false;             ///< the surface holds linear colours
+    bool isPremultiplied = true;            ///< the pixels are
     const float* colorTransform = nullptr;  ///< four scales, four biases; null: none
 };
 

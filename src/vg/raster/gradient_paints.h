@@ -153,32 +153,37 @@ private:
 };
 
 /// The pixels of a gradient along one row.
-template <class Gradient, class Spread>
+template <class Gradient>
 class GradientPaint {
 public:
-    static constexpr int32_t kChunk = kGradientChunk;
-
     GradientPaint(const SpanContext& span, int32_t y) noexcept : state_(span.gradient), y_(y) {}
+
+    static int32_t partEnd(int32_t x) noexcept { return chunkOf(x) + kGradientChunk; }
 
     /// Valid until the next call. The columns x to x + count - 1 lie in one chunk.
     const uint32_t* pixels(int32_t x, int32_t count) noexcept {
-        const int32_t chunkX = x & ~(kChunk - 1);
+        const int32_t chunkX = chunkOf(x);
         if (chunkX != chunkX_) {
             chunkX_ = chunkX;
             chunk_ = typename Gradient::Chunk(state_, chunkX - 1, y_);
         }
-        Gradient::template entries<Spread>(state_, chunk_, x - chunkX + 1, count, pixels_);
+        withSpread(state_.spread, [&](auto spread) {
+            Gradient::template entries<decltype(spread)>(state_, chunk_, x - chunkX + 1, count,
+                                                         pixels_);
+        });
         const uint32_t* const ramp = state_.ramp;
         for (int32_t i = 0; i < count; ++i) pixels_[i] = ramp[pixels_[i]];
         return pixels_;
     }
 
 private:
+    static int32_t chunkOf(int32_t x) noexcept { return x & ~(kGradientChunk - 1); }
+
     const GradientState& state_;
     int32_t y_;
     int32_t chunkX_ = -1;
     typename Gradient::Chunk chunk_;
-    uint32_t pixels_[kChunk];  ///< entries of the ramp, then its pixels
+    uint32_t pixels_[kGradientChunk];  ///< entries of the ramp, then its pixels
 };
 
 }  // namespace vg::raster

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "vg/raster/gradient_params.h"
+
 namespace vg::raster {
 
 // Spread modes: from a parameter to an entry of a colour ramp.
@@ -50,5 +52,18 @@ struct SpreadReflect {
         return (value & 0x400) != 0 ? 1023 - low : low;
     }
 };
+
+/// Calls visit with the policy of a spread mode.
+template <class Visitor>
+void withSpread(Spread spread, Visitor&& visit) noexcept {
+    switch (spread) {
+        case Spread::kPad:
+            return visit(SpreadPad());
+        case Spread::kRepeat:
+            return visit(SpreadRepeat());
+        case Spread::kReflect:
+            return visit(SpreadReflect());
+    }
+}
 
 }  // namespace vg::raster

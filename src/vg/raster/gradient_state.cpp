@@ -99,6 +99,7 @@ GradientForm setupConical(const GradientParams& params, GradientState& state) no
 GradientForm setupGradient(PaintKind kind, const GradientParams& params,
                            GradientState& state) noexcept {
     state.ramp = params.ramp->pixels;
+    state.spread = params.spread;
     switch (kind) {
         case PaintKind::kLinearGradient:
             return setupLinear(params, state);

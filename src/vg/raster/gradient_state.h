@@ -18,6 +18,7 @@ struct PixelPlane {
 /// The constants of a gradient on the surface, computed once per draw.
 struct GradientState {
     const uint32_t* ramp = nullptr;
+    Spread spread = Spread::kPad;
 
     // Linear
     PixelPlane parameter;       ///< in 1 / 65536

@@ -2,45 +2,145 @@
 
 #include <algorithm>
 
+#include "vg/raster/blend_modes.h"
+#include "vg/raster/general_span.h"
+#include "vg/raster/linear_curve.h"
+#include "vg/raster/pixel_format.h"
 #include "vg/raster/rasterizer.h"
+#include "vg/raster/span_selection.h"
 
 namespace vg::raster {
 namespace {
 
 float clampUnit(float value) noexcept { return std::clamp(value, 0.0F, 1.0F); }
 
-uint32_t toByte(float value) noexcept { return static_cast<uint32_t>(value * 255.0F + 0.5F); }
+bool hasFlag(uint32_t surfaceFormat, int32_t flag) noexcept {
+    return (findPixelFormat(surfaceFormat)->flags & flag) != 0;
+}
+
+bool combinesImage(ImageMode mode) noexcept {
+    return mode == ImageMode::kMultiply || mode == ImageMode::kStencil;
+}
+
+/// Sets up one draw, choice by choice.
+class Setup {
+public:
+    Setup(const FillParams& params, SpanContext& span) noexcept
+        : params_(params),
+          span_(span),
+          format_(params.surface.format),
+          isPremultiplied_(takesPremultipliedPaint(format_, params.imageMode)),
+          form_(isPremultiplied_ ? TextureForm::kPremultiplied : TextureForm::kPlain) {
+        choice_.blendMode = params.blendMode;
+        choice_.isMasked = params.mask != nullptr;
+        choice_.isPremultiplied = hasFlag(format_, kPremultiplied);
+        span.mask = params.mask;
+    }
+
+    SpanFunctions functions() noexcept {
+        if (blendColumnOf(params_.blendMode) == kNoBlendColumn) return {};
+        setupSource();
+        span_.paint = choice_.paint;
+        if (!combinesImage(params_.imageMode) && hasOwnSpanFunctions(choice_)) {
+            return selectSpanFunctions(choice_);
+        }
+        setupGeneral();
+        return generalSpanFunctions();
+    }
+
+private:
+    /// What is blended, image modes aside.
+    void setupSource() noexcept {
+        if (params_.blendMode == kBlendClear) {
+            setColor(0);
+        } else if (params_.imageMode == ImageMode::kNormal) {
+            setPattern(params_.image);
+        } else if (params_.paint.kind == PaintKind::kColor) {
+            setColor(packPaintColor(params_.paint, hasFlag(format_, kLinear), isPremultiplied_));
+        } else if (params_.paint.kind == PaintKind::kPattern) {
+            setPattern(params_.paint.pattern);
+        } else {
+            setGradient();
+        }
+    }
+
+    void setColor(uint32_t color) noexcept {
+        span_.color = choice_.color = color;
+        choice_.paint = PaintKind::kColor;
+        choice_.isOpaque = alphaOf(color) == 255;
+    }
+
+    void setGradient() noexcept {
+        const GradientParams& gradient = params_.paint.gradient;
+        const PaintKind kind = params_.paint.kind;
+        if (setupGradient(kind, gradient, span_.gradient) == GradientForm::kLastColor) {
+            return setColor(gradient.ramp->lastColor);
+        }
+        choice_.paint = kind;
+        choice_.isOpaque = gradient.ramp->isOpaque;
+    }
+
+    void setPattern(const TextureParams& texture) noexcept {
+        choice_.paint = PaintKind::kPattern;
+        setupTexture(texture, format_, form_, span_.pattern);
+        choice_.isDirectCopy = isDirectCopy(texture, format_);
+        if (choice_.isDirectCopy) span_.direct = directTexelOf(texture);
+    }
+
+    void setupGeneral() noexcept {
+        GeneralBlend& general = span_.general;
+        general.isPremultiplied = choice_.isPremultiplied;
+        general.blend = blendOperator(blendColumnOf(params_.blendMode));
+        if (params_.blendMode == kBlendClear || !combinesImage(params_.imageMode)) return;
+        general.imageMode = params_.imageMode;
+        setupTexture(params_.image, format_,
+                     params_.imageMode == ImageMode::kMultiply ? TextureForm::kPlain
+                                                               : TextureForm::kPremultiplied,
+                     general.image);
+    }
+
+    const FillParams& params_;
+    SpanContext& span_;
+    uint32_t format_;
+    bool isPremultiplied_;
+    TextureForm form_;
+    SpanChoice choice_;
+};
 
 }  // namespace
 
-uint32_t packPremultiplied(const float rgba[4]) noexcept {
-    const float alpha = clampUnit(rgba[3]);
-    const auto channel = [&](int i) { return toByte(clampUnit(rgba[i]) * alpha); };
-    return toByte(alpha) << 24 | channel(0) << 16 | channel(1) << 8 | channel(2);
+uint32_t packPlain(const float rgba[4]) noexcept {
+    const auto channel = [&](int i) {
+        return static_cast<uint32_t>(clampUnit(rgba[i]) * 255.0F + 0.5F);
+    };
+    return channel(3) << 24 | channel(0) << 16 | channel(1) << 8 | channel(2);
 }
 
-uint32_t packPaintColor(const PaintParams& paint) noexcept {
+uint32_t packPremultiplied(const float rgba[4]) noexcept {
+    const float alpha = clampUnit(rgba[3]);
+    const float product[4] = {clampUnit(rgba[0]) * alpha, clampUnit(rgba[1]) * alpha,
+                              clampUnit(rgba[2]) * alpha, alpha};
+    return packPlain(product);
+}
+
+bool takesPremultipliedPaint(uint32_t surfaceFormat, ImageMode imageMode) noexcept {
+    return hasFlag(surfaceFormat, kPremultiplied) && !combinesImage(imageMode);
+}
+
+uint32_t packPaintColor(const PaintParams& paint, bool isLinear, bool isPremultiplied) noexcept {
     float rgba[4];
     for (int i = 0; i < 4; ++i) {
         rgba[i] = clampUnit(paint.color[i]);
         if (paint.colorTransformEnabled) {
             rgba[i] = clampUnit(rgba[i] * paint.colorTransform[i] + paint.colorTransform[4 + i]);
         }
+        if (isLinear && i < 3) rgba[i] = linearOfSrgb(rgba[i]);
     }
-    return packPremultiplied(rgba);
+    return isPremultiplied ? packPremultiplied(rgba) : packPlain(rgba);
 }
 
-SpanFunctions setupPaint(const PaintParams& paint, int32_t blendMode, SpanContext& span) noexcept {
-    if (paint.kind == PaintKind::kColor) {
-        span.color = packPaintColor(paint);
-        return selectSpanFunctions(blendMode, span.color);
-    }
-    const GradientParams& gradient = paint.gradient;
-    if (setupGradient(paint.kind, gradient, span.gradient) == GradientForm::kLastColor) {
-        span.color = gradient.ramp->lastColor;
-        return selectSpanFunctions(blendMode, span.color);
-    }
-    return selectGradientFunctions(blendMode, paint.kind, gradient.spread, gradient.ramp->isOpaque);
+SpanFunctions setupPaint(const FillParams& params, SpanContext& span) noexcept {
+    return Setup(params, span).functions();
 }
 
 }  // namespace vg::raster

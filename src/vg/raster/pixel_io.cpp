@@ -138,11 +138,7 @@ uint32_t packFloatColor(const float rgba[4], const PixelFormatDescriptor& format
     if ((format.flags & (kLinear | kPremultiplied)) == kPremultiplied) {
         return packColor(packPremultiplied(rgba), format);
     }
-    const auto byte = [&](int i) {
-        return static_cast<uint32_t>(std::clamp(rgba[i], 0.0F, 1.0F) * 255.0F + 0.5F);
-    };
-    const uint32_t color = byte(3) << 24 | byte(0) << 16 | byte(1) << 8 | byte(2);
-    return packColor(convertColor(color, kHasAlpha, format.flags), format);
+    return packColor(convertColor(packPlain(rgba), kHasAlpha, format.flags), format);
 }
 
 void convertPixels(const uint8_t* from, int32_t fromX, const PixelFormatDescriptor& fromFormat,

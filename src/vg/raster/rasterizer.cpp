@@ -19,7 +19,7 @@ void fillAlignedRectangle(const SweepTarget& target, const PixelRect& rect,
 bool Rasterizer::fill(const FillParams& params) noexcept {
     SweepTarget target;
     target.surface = params.surface;
-    const SpanFunctions functions = setupPaint(params.paint, params.blendMode, target.span);
+    const SpanFunctions functions = setupPaint(params, target.span);
     if (functions.span == nullptr) return true;
     target.function = functions.span;
     target.flat = functions.flat;

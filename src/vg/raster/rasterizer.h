@@ -26,6 +26,9 @@ private:
 /// float, times 255 plus 0.5, truncated.
 uint32_t packPremultiplied(const float rgba[4]) noexcept;
 
+/// The same without the premultiplication.
+uint32_t packPlain(const float rgba[4]) noexcept;
+
 /// Stores `pixel` in every pixel of the rectangle that lies on the surface.
 void clearRect(const PixelSurface& surface, const PixelRect& rect, uint32_t pixel) noexcept;
 

@@ -4,14 +4,38 @@
 
 #include "vg/raster/draw_params.h"
 #include "vg/raster/gradient_state.h"
+#include "vg/raster/texture_state.h"
 
 namespace vg::raster {
 
+/// A blend mode on premultiplied pixels.
+using BlendOperator = uint32_t (*)(uint32_t s, uint32_t d) noexcept;
+
+/// What the general span function needs besides the paint.
+struct GeneralBlend {
+    ImageMode imageMode = ImageMode::kNone;  ///< kNone, kMultiply or kStencil
+    bool isPremultiplied = false;            ///< the surface is
+    BlendOperator blend = nullptr;
+    TextureState image;  ///< of an image draw: plain to multiply, premultiplied as a stencil
+};
+
 /// What span functions read, filled once per draw.
+///
+/// Paints come in one of two forms, both in the surface's colour space: premultiplied, for the span
+/// functions of premultiplied surfaces, or plain, for all others.
 struct SpanContext {
-    uint32_t* cells = nullptr;  ///< the coverage row
-    uint32_t color = 0;         ///< flat colour, premultiplied, in the surface's format
-    GradientState gradient;     ///< of a gradient paint
+    uint32_t* cells = nullptr;            ///< the coverage row
+    const uint8_t* mask = nullptr;        ///< of a masked draw: a byte a pixel, the top row first
+    PaintKind paint = PaintKind::kColor;  ///< tells which of the four below is the paint
+    uint32_t color = 0;
+    GradientState gradient;
+    TextureState pattern;  ///< of a pattern paint, or of an image drawn in its place
+    DirectTexel direct;    ///< of a pattern that is copied
+    GeneralBlend general;  ///< of the general span function
+
+    const uint8_t* maskRow(const PixelSurface& surface, int32_t y) const noexcept {
+        return mask + static_cast<int64_t>(surface.height - 1 - y) * surface.width;
+    }
 };
 
 /// Blends the paint into row y from column `first` to `last` by the coverage row, and zeroes those
@@ -31,12 +55,5 @@ struct SpanFunctions {
     RunFunction run = nullptr;
     FlatBlend flat = FlatBlend::kNone;  ///< kNone: `span` is the only way
 };
-
-/// The functions for a flat colour under a blend mode; none when the draw changes no pixel.
-SpanFunctions selectSpanFunctions(int32_t blendMode, uint32_t color) noexcept;
-
-/// The functions for a gradient. `isOpaque`: all of its pixels are.
-SpanFunctions selectGradientFunctions(int32_t blendMode, PaintKind kind, Spread spread,
-                                      bool isOpaque) noexcept;
 
 }  // namespace vg::raster

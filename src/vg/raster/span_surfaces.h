@@ -1,0 +1,52 @@
+#pragma once
+
+#include "vg/raster/blend_modes.h"
+#include "vg/raster/pixel_io.h"
+
+namespace vg::raster {
+
+// How a paint's pixel s meets a surface's pixel d: blend() where it is wholly covered, mixIn()
+// where coverage, 0..256, takes a part of the result and the rest of d.
+
+/// Both are premultiplied, as the blend modes want them.
+struct PremultipliedSurface {
+    template <class Blend>
+    static constexpr uint32_t blend(uint32_t s, uint32_t d) noexcept {
+        return Blend::apply(s, d);
+    }
+    template <class Blend>
+    static constexpr uint32_t mixIn(uint32_t s, uint32_t d, uint32_t coverage) noexcept {
+        return mix(d, Blend::apply(s, d), coverage);
+    }
+};
+
+/// Puts a premultiplied result in place of the plain pixel d, whose premultiplied form it began
+/// with: d stays as it is, colour and all, where nothing has changed.
+inline uint32_t plainResult(uint32_t mixed, uint32_t premultipliedD, uint32_t d) noexcept {
+    return mixed == premultipliedD ? d : unpremultiply(mixed);
+}
+
+/// Neither is premultiplied. They are for blending and mixing, so that the colour of transparent
+/// pixels does not bleed.
+struct PlainSurface {
+    template <class Blend>
+    static uint32_t blend(uint32_t s, uint32_t d) noexcept {
+        return mixIn<Blend>(s, d, 256);
+    }
+    template <class Blend>
+    static uint32_t mixIn(uint32_t s, uint32_t d, uint32_t coverage) noexcept {
+        const uint32_t premultipliedD = premultiply(d);
+        const uint32_t blended = Blend::apply(premultiply(s), premultipliedD);
+        return plainResult(mix(premultipliedD, blended, coverage), premultipliedD, d);
+    }
+};
+
+/// Where it covers a pixel wholly, the source is stored as it is.
+template <>
+inline uint32_t PlainSurface::mixIn<Source>(uint32_t s, uint32_t d, uint32_t coverage) noexcept {
+    if (coverage == 256) return s;
+    const uint32_t premultipliedD = premultiply(d);
+    return plainResult(mix(premultipliedD, premultiply(s), coverage), premultipliedD, d);
+}
+
+}  // namespace vg::raster
