@@ -3,10 +3,11 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <type_traits>
 
 #include "vg/raster/conical_angles.h"
+#include "vg/raster/gradient_runs.h"
 #include "vg/raster/gradient_spreads.h"
+#include "vg/raster/kernels.h"
 #include "vg/raster/span_function.h"
 
 namespace vg::raster {
@@ -18,12 +19,15 @@ namespace vg::raster {
 // depends on its place alone, not on the shape around it, and the error of the increment does not
 // grow along the row.
 //
-// A gradient is a type with a Chunk, the values that its chunks start from, and entries(), which
-// writes the ramp entries of `count` pixels from the one that is k steps after the chunk's start.
+// A gradient is a type with a Chunk, the values that its chunks start from, and pixels(), which
+// writes `count` pixels from the one that is k steps after the chunk's start.
 
 inline constexpr int32_t kGradientChunk = 64;
 
-/// Parameters in 16.16 fixed point.
+inline RowLine lineOf(const PixelPlane& plane, int32_t x, int32_t y) noexcept {
+    return {static_cast<float>(plane.at(x, y)), static_cast<float>(plane.perX)};
+}
+
 struct LinearGradient {
     struct Chunk {
         int64_t start = 0;
@@ -33,76 +37,31 @@ struct LinearGradient {
             : start(toFixedParameter(state.parameter.at(x, y))) {}
     };
 
-    template <class Spread>
-    static void entries(const GradientState& state, const Chunk& chunk, int32_t k, int32_t count,
-                        uint32_t* out) noexcept {
+    static void pixels(const GradientState& state, const Chunk& chunk, int32_t k, int32_t count,
+                       uint32_t* out) noexcept {
         const int64_t step = state.parameterPerX;
-        const int64_t first = chunk.start + step * k;
-        const int64_t last = first + step * (count - 1);
-        if (Spread::kIsPeriodic || (isShort(first) && isShort(last))) {
-            fillEntries<Spread, int32_t>(first, step, count, out);
-        } else {
-            fillEntries<Spread, int64_t>(first, step, count, out);
-        }
-    }
-
-private:
-    static bool isShort(int64_t value) noexcept { return value == static_cast<int32_t>(value); }
-
-    template <class Spread, class Integer>
-    static void fillEntries(int64_t first, int64_t step, int32_t count, uint32_t* out) noexcept {
-        using Unsigned = std::make_unsigned_t<Integer>;  // the increment past the end may wrap
-        auto parameter = static_cast<Unsigned>(first);
-        const auto increment = static_cast<Unsigned>(step);
-        for (int32_t i = 0; i < count; ++i) {
-            out[i] = Spread::template entry<16>(static_cast<Integer>(parameter));
-            parameter += increment;
-        }
+        kernels().linearPixels({state.ramp, state.spread, chunk.start + step * k, step}, count,
+                               out);
     }
 };
 
-/// A plane along one chunk, in single precision.
-struct ChunkLine {
-    float start = 0.0F, step = 0.0F;
-
-    ChunkLine() noexcept = default;
-    ChunkLine(const PixelPlane& plane, int32_t x, int32_t y) noexcept
-        : start(static_cast<float>(plane.at(x, y))), step(static_cast<float>(plane.perX)) {}
-
-    float at(float k) const noexcept { return start + k * step; }
-};
-
-/// Parameters in 12.20 fixed point.
 struct RadialGradient {
     struct Chunk {
-        ChunkLine u, v, dot, cross;
+        RowLine u, v, dot, cross;
 
         Chunk() noexcept = default;
         Chunk(const GradientState& state, int32_t x, int32_t y) noexcept
-            : u(state.u, x, y), v(state.v, x, y), dot(state.dot, x, y), cross(state.cross, x, y) {}
+            : u(lineOf(state.u, x, y)),
+              v(lineOf(state.v, x, y)),
+              dot(lineOf(state.dot, x, y)),
+              cross(lineOf(state.cross, x, y)) {}
     };
 
-    template <class Spread>
-    static void entries(const GradientState& state, const Chunk& chunk, int32_t k, int32_t count,
-                        uint32_t* out) noexcept {
-        const Chunk line = chunk;  // copies, since `out` might hide either from the compiler
-        const float scale = state.scale;
-        for (int32_t i = 0; i < count; ++i) {
-            const auto at = static_cast<float>(k + i);
-            const float u = line.u.at(at);
-            const float v = line.v.at(at);
-            const float cross = line.cross.at(at);
-            const float radicand = u * u + v * v - cross * cross;
-            const float root = std::sqrt(radicand > 0.0F ? radicand : 0.0F);
-            out[i] = Spread::template entry<20>(toFixed((line.dot.at(at) + root) * scale));
-        }
-    }
-
-private:
-    static int32_t toFixed(float value) noexcept {
-        constexpr float kLimit = 2147483520.0F;  // the largest float below 2^31
-        const float raised = value > -kLimit ? value : -kLimit;
-        return static_cast<int32_t>(raised < kLimit ? raised : kLimit);
+    static void pixels(const GradientState& state, const Chunk& chunk, int32_t k, int32_t count,
+                       uint32_t* out) noexcept {
+        kernels().radialPixels(
+            {state.ramp, state.spread, k, chunk.u, chunk.v, chunk.dot, chunk.cross, state.scale},
+            count, out);
     }
 };
 
@@ -115,17 +74,25 @@ inline float fastInverseSqrt(float d) noexcept {
 /// Angles from a table, a full turn being 2^18.
 struct ConicalGradient {
     struct Chunk {
-        ChunkLine u, v;
+        RowLine u, v;
 
         Chunk() noexcept = default;
         Chunk(const GradientState& state, int32_t x, int32_t y) noexcept
-            : u(state.u, x, y), v(state.v, x, y) {}
+            : u(lineOf(state.u, x, y)), v(lineOf(state.v, x, y)) {}
     };
 
+    static void pixels(const GradientState& state, const Chunk& chunk, int32_t k, int32_t count,
+                       uint32_t* out) noexcept {
+        withSpread(state.spread,
+                   [&](auto spread) { entries<decltype(spread)>(state, chunk, k, count, out); });
+        for (int32_t i = 0; i < count; ++i) out[i] = state.ramp[out[i]];
+    }
+
+private:
     template <class Spread>
     static void entries(const GradientState& state, const Chunk& chunk, int32_t k, int32_t count,
                         uint32_t* out) noexcept {
-        const Chunk line = chunk;  // copied, as in RadialGradient
+        const Chunk line = chunk;  // a copy, since `out` might hide it from the compiler
         for (int32_t i = 0; i < count; ++i) {
             const auto at = static_cast<float>(k + i);
             out[i] = static_cast<uint32_t>(cellOf(line.u.at(at), line.v.at(at)));
@@ -136,7 +103,6 @@ struct ConicalGradient {
         }
     }
 
-private:
     /// The cell of the table for the direction (u, v); the middle for none.
     static int32_t cellOf(float u, float v) noexcept {
         const float scale = fastInverseSqrt(u * u + v * v);
@@ -167,12 +133,7 @@ public:
             chunkX_ = chunkX;
             chunk_ = typename Gradient::Chunk(state_, chunkX - 1, y_);
         }
-        withSpread(state_.spread, [&](auto spread) {
-            Gradient::template entries<decltype(spread)>(state_, chunk_, x - chunkX + 1, count,
-                                                         pixels_);
-        });
-        const uint32_t* const ramp = state_.ramp;
-        for (int32_t i = 0; i < count; ++i) pixels_[i] = ramp[pixels_[i]];
+        Gradient::pixels(state_, chunk_, x - chunkX + 1, count, pixels_);
         return pixels_;
     }
 
@@ -183,7 +144,7 @@ private:
     int32_t y_;
     int32_t chunkX_ = -1;
     typename Gradient::Chunk chunk_;
-    uint32_t pixels_[kGradientChunk];  ///< entries of the ramp, then its pixels
+    uint32_t pixels_[kGradientChunk];
 };
 
 }  // namespace vg::raster

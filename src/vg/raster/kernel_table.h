@@ -5,6 +5,7 @@
 #include "vg/raster/kernel_amounts.h"
 #include "vg/raster/kernel_composite.h"
 #include "vg/raster/kernel_edges.h"
+#include "vg/raster/kernel_gradient.h"
 #include "vg/raster/kernel_order.h"
 #include "vg/raster/kernels.h"
 
@@ -23,6 +24,9 @@ constexpr Kernels QUOR_KERNELS = {
     &composite<FlatSourceOver>,
     &run<FlatSource>,
     &run<FlatSourceOver>,
+    &linearPixels,
+    &radialPixels,
+    &sourceOver,
 };
 
 }  // namespace vg::raster

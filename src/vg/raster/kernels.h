@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "vg/raster/draw_params.h"
+#include "vg/raster/gradient_runs.h"
 #include "vg/raster/live_chain.h"
 
 namespace vg::raster {
@@ -25,7 +26,7 @@ struct FlatRows {
     uint32_t color;
 };
 
-/// The hot loops of the exact sweep. Every level computes the same bits; which one runs is chosen
+/// The hot loops of sweeps and spans. Every level computes the same bits; which one runs is chosen
 /// once by what the processor has.
 struct Kernels {
     const char* name;
@@ -61,6 +62,13 @@ struct Kernels {
     /// Wholly covered pixels in a row (RunFunction in span_function.h).
     void (*runSource)(uint32_t* pixels, int32_t count, uint32_t color) noexcept;
     void (*runSourceOver)(uint32_t* pixels, int32_t count, uint32_t color) noexcept;
+
+    /// `count` pixels of a gradient.
+    void (*linearPixels)(const LinearRun& run, int32_t count, uint32_t* pixels) noexcept;
+    void (*radialPixels)(const RadialRun& run, int32_t count, uint32_t* pixels) noexcept;
+
+    /// Premultiplied pixels over others. They do not overlap.
+    void (*sourceOver)(const uint32_t* source, uint32_t* pixels, int32_t count) noexcept;
 };
 
 /// Rising; a processor that has one has those before it.

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "vg/raster/coverage_row.h"
+#include "vg/raster/kernels.h"
 #include "vg/raster/pixel_lanes.h"
 #include "vg/raster/span_function.h"
 
@@ -66,7 +67,13 @@ template <class Paint, class Blend, class Surface>
 void blendRun(Paint& paint, uint32_t* pixels, int32_t begin, int32_t end) noexcept {
     forEachPart(paint, begin, end, [&](int32_t x, int32_t count, auto source) {
         uint32_t* const d = pixels + x;
-        for (int32_t i = 0; i < count; ++i) d[i] = Surface::template blend<Blend>(source[i], d[i]);
+        if constexpr (Surface::template kIsSourceOver<Blend, decltype(source)>) {
+            kernels().sourceOver(source, d, count);
+        } else {
+            for (int32_t i = 0; i < count; ++i) {
+                d[i] = Surface::template blend<Blend>(source[i], d[i]);
+            }
+        }
     });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "vg/raster/blend_modes.h"
 #include "vg/raster/pixel_io.h"
 
@@ -10,6 +12,11 @@ namespace vg::raster {
 
 /// Both are premultiplied, as the blend modes want them.
 struct PremultipliedSurface {
+    /// Whether the kernel for pixels over pixels does the blend.
+    template <class Blend, class Source>
+    static constexpr bool kIsSourceOver =
+        std::is_same_v<Blend, SourceOver>&& std::is_pointer_v<Source>;
+
     template <class Blend>
     static constexpr uint32_t blend(uint32_t s, uint32_t d) noexcept {
         return Blend::apply(s, d);
@@ -29,6 +36,9 @@ inline uint32_t plainResult(uint32_t mixed, uint32_t premultipliedD, uint32_t d)
 /// Neither is premultiplied. They are for blending and mixing, so that the colour of transparent
 /// pixels does not bleed.
 struct PlainSurface {
+    template <class Blend, class Source>
+    static constexpr bool kIsSourceOver = false;
+
     template <class Blend>
     static uint32_t blend(uint32_t s, uint32_t d) noexcept {
         return mixIn<Blend>(s, d, 256);

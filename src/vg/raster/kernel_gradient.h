@@ -1,0 +1,98 @@
+#pragma once
+
+// Kernels: pixels of gradients, and rows of premultiplied pixels over others. Plain loops that the
+// compiler turns into vectors; floats are computed in one order everywhere and never contracted.
+
+#include <cmath>
+
+#include "vg/raster/gradient_runs.h"
+#include "vg/raster/gradient_spreads.h"
+#include "vg/raster/kernel_composite.h"
+
+namespace vg::raster {
+namespace {
+
+/// Replaces entries of the ramp by its pixels.
+inline void lookUp(const uint32_t* ramp, uint32_t* pixels, int32_t count) noexcept {
+    for (int32_t i = 0; i < count; ++i) pixels[i] = ramp[pixels[i]];
+}
+
+template <class SpreadMode, class Integer>
+void linearEntries(const LinearRun& run, int32_t count, uint32_t* out) noexcept {
+    using Unsigned = std::make_unsigned_t<Integer>;  // the increment past the end may wrap
+    const auto first = static_cast<Unsigned>(run.first);
+    const auto step = static_cast<Unsigned>(run.step);
+    for (int32_t i = 0; i < count; ++i) {
+        const Unsigned parameter = first + static_cast<Unsigned>(i) * step;
+        out[i] = SpreadMode::template entry<16>(static_cast<Integer>(parameter));
+    }
+}
+
+inline bool isShort(int64_t value) noexcept { return value == static_cast<int32_t>(value); }
+
+void linearPixels(const LinearRun& run, int32_t count, uint32_t* pixels) noexcept {
+    const bool isWithinShort = isShort(run.first) && isShort(run.first + run.step * (count - 1));
+    withSpread(run.spread, [&](auto spread) {
+        using SpreadMode = decltype(spread);
+        if (SpreadMode::kIsPeriodic || isWithinShort) {
+            linearEntries<SpreadMode, int32_t>(run, count, pixels);
+        } else {
+            linearEntries<SpreadMode, int64_t>(run, count, pixels);
+        }
+    });
+    lookUp(run.ramp, pixels, count);
+}
+
+/// To an integer, at the ends of its range where there is none.
+inline int32_t toFixed(float value) noexcept {
+    constexpr float kLimit = 2147483520.0F;  // the largest float below 2^31
+    const float raised = value > -kLimit ? value : -kLimit;
+    return static_cast<int32_t>(raised < kLimit ? raised : kLimit);
+}
+
+template <class SpreadMode>
+void radialEntries(const RadialRun& run, int32_t count, uint32_t* out) noexcept {
+    const RadialRun line = run;  // a copy, since `out` might hide it from the compiler
+    for (int32_t i = 0; i < count; ++i) {
+        const auto at = static_cast<float>(line.first + i);
+        const float u = line.u.at(at);
+        const float v = line.v.at(at);
+        const float cross = line.cross.at(at);
+        const float radicand = u * u + v * v - cross * cross;
+        const float root = std::sqrt(radicand > 0.0F ? radicand : 0.0F);
+        out[i] = SpreadMode::template entry<20>(toFixed((line.dot.at(at) + root) * line.scale));
+    }
+}
+
+void radialPixels(const RadialRun& run, int32_t count, uint32_t* pixels) noexcept {
+    withSpread(run.spread,
+               [&](auto spread) { radialEntries<decltype(spread)>(run, count, pixels); });
+    lookUp(run.ramp, pixels, count);
+}
+
+/// s + d (255 - a_s) / 255, rounded, in the lanes of two vectors.
+QUOR_LANES_INLINE U32s over(U32s s, U32s d) noexcept {
+    const U32s alpha = s >> 24;
+    const U16s rest = 255 - (U16s)(alpha | alpha << 16);
+    const U16s low = lowOf(d) * rest + 128;
+    const U16s high = highOf(d) * rest + 128;
+    const U32s scaledLow = (U32s)((low + (low >> 8)) >> 8);
+    const U32s scaledHigh = (U32s)(high + (high >> 8)) & ~kLanes;
+    return s + (scaledLow | scaledHigh);
+}
+
+void sourceOver(const uint32_t* source, uint32_t* pixels, int32_t count) noexcept {
+    int32_t i = 0;
+    for (; i + kWords <= count; i += kWords) {
+        store(pixels + i, over(load<U32s>(source + i), load<U32s>(pixels + i)));
+    }
+    uint32_t s[kWords] = {}, d[kWords] = {};
+    const size_t rest = static_cast<size_t>(count - i) * sizeof(uint32_t);
+    std::memcpy(s, source + i, rest);
+    std::memcpy(d, pixels + i, rest);
+    store(d, over(load<U32s>(s), load<U32s>(d)));
+    std::memcpy(pixels + i, d, rest);
+}
+
+}  // namespace
+}  // namespace vg::raster
