@@ -46,9 +46,7 @@ protected:
     void SetUp() override {
         if (!useKernelLevel(GetParam())) GTEST_SKIP() << "not on this processor";
     }
-    void TearDown() override {
-        if (!useKernelLevel(KernelLevel::kAvx2)) (void)useKernelLevel(KernelLevel::kPortable);
-    }
+    void TearDown() override { (void)useKernelLevel(bestKernelLevel()); }
 
     ::testing::AssertionResult sameOn(const Shape& shape, int width, int height, int round) {
         const Colour& colour = kColours[round % 4];
@@ -79,11 +77,8 @@ private:
     Sweep sweep_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Levels, SweepIdentity,
-                         ::testing::Values(KernelLevel::kPortable, KernelLevel::kAvx2),
-                         [](const auto& level) {
-                             return level.param == KernelLevel::kAvx2 ? "Avx2" : "Portable";
-                         });
+INSTANTIATE_TEST_SUITE_P(Levels, SweepIdentity, ::testing::ValuesIn(kKernelLevels),
+                         [](const auto& level) { return nameOf(level.param); });
 
 float uniform(std::mt19937& random, float low, float high) {
     return std::uniform_real_distribution<float>(low, high)(random);

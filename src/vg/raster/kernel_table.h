@@ -1,5 +1,5 @@
 // The table of kernels of one level. Not an ordinary header: a file of one level defines
-// QUOR_KERNELS and QUOR_KERNELS_NAME and includes it once, compiled for that level. All that it
+// QUOR_KERNELS and includes it once, compiled for that level. All that it
 // pulls in has internal linkage, so that levels cannot mix.
 
 #include "vg/raster/kernel_amounts.h"
@@ -12,7 +12,6 @@
 namespace vg::raster {
 
 constexpr Kernels QUOR_KERNELS = {
-    QUOR_KERNELS_NAME,
     &makeEdges,
     &evaluate,
     &proveOrder,

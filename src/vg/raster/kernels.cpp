@@ -5,27 +5,36 @@ namespace {
 
 /// Null where the processor lacks the level.
 const Kernels* kernelsOf(KernelLevel level) noexcept {
-    if (level == KernelLevel::kPortable) return &kPortableKernels;
 #if defined(__x86_64__)
     __builtin_cpu_init();  // this may run before the constructors of the runtime
-    if (__builtin_cpu_supports("avx2")) return &kAvx2Kernels;
+    switch (level) {
+        case KernelLevel::kPortable:
+            break;
+        case KernelLevel::kSse41:
+            return __builtin_cpu_supports("sse4.1") ? &kSse41Kernels : nullptr;
+        case KernelLevel::kAvx2:
+            return __builtin_cpu_supports("avx2") ? &kAvx2Kernels : nullptr;
+    }
 #endif
-    return nullptr;
-}
-
-const Kernels* bestKernels() noexcept {
-    const Kernels* const best = kernelsOf(KernelLevel::kAvx2);
-    return best != nullptr ? best : &kPortableKernels;
+    return level == KernelLevel::kPortable ? &kPortableKernels : nullptr;
 }
 
 constinit const Kernels* chosen = &kPortableKernels;
 
 [[maybe_unused]] const bool kIsChosen = [] {
-    chosen = bestKernels();
+    chosen = kernelsOf(bestKernelLevel());
     return true;
 }();
 
 }  // namespace
+
+KernelLevel bestKernelLevel() noexcept {
+    KernelLevel best = KernelLevel::kPortable;
+    for (const KernelLevel level : kKernelLevels) {
+        if (kernelsOf(level) != nullptr) best = level;
+    }
+    return best;
+}
 
 const Kernels& kernels() noexcept { return *chosen; }
 

@@ -29,8 +29,6 @@ struct FlatRows {
 /// The hot loops of sweeps and spans. Every level computes the same bits; which one runs is chosen
 /// once by what the processor has.
 struct Kernels {
-    const char* name;
-
     /// Edge i of a contour joins points i - 1 and i (0: the last and the first); bandOf[i] is the
     /// band below point i.
     void (*makeEdges)(const FixedPoint* points, int32_t count, const SweepLines& lines,
@@ -72,9 +70,19 @@ struct Kernels {
 };
 
 /// Rising; a processor that has one has those before it.
-enum class KernelLevel { kPortable, kAvx2 };
+enum class KernelLevel { kPortable, kSse41, kAvx2 };
+inline constexpr KernelLevel kKernelLevels[] = {KernelLevel::kPortable, KernelLevel::kSse41,
+                                                KernelLevel::kAvx2};
 
-/// The kernels in use.
+constexpr const char* nameOf(KernelLevel level) noexcept {
+    constexpr const char* kNames[] = {"Portable", "Sse41", "Avx2"};
+    return kNames[static_cast<int>(level)];
+}
+
+/// The highest level of the processor and the build.
+KernelLevel bestKernelLevel() noexcept;
+
+/// The kernels in use: those of the best level, unless useKernelLevel() has forced others.
 const Kernels& kernels() noexcept;
 
 /// For tests and benchmarks: forces a level. False, with nothing changed, where the processor or
@@ -83,6 +91,7 @@ bool useKernelLevel(KernelLevel level) noexcept;
 
 extern const Kernels kPortableKernels;
 #if defined(__x86_64__)
+extern const Kernels kSse41Kernels;
 extern const Kernels kAvx2Kernels;
 #endif
 

@@ -2,6 +2,5 @@
 
 #if defined(__AVX2__)
 #define QUOR_KERNELS kAvx2Kernels
-#define QUOR_KERNELS_NAME "avx2"
 #include "vg/raster/kernel_table.h"
 #endif

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <cstring>
 
-#if defined(__AVX2__)
+#if defined(__AVX2__) || defined(__SSE4_1__)
 #include <immintrin.h>
 #endif
 
@@ -58,6 +58,8 @@ QUOR_LANES_INLINE bool any(V v) noexcept {
     const auto words = (U64s)v;
 #if defined(__AVX2__)
     return _mm256_testz_si256((__m256i)words, (__m256i)words) == 0;
+#elif defined(__SSE4_1__)
+    return _mm_testz_si128((__m128i)words, (__m128i)words) == 0;
 #else
     return (words[0] | words[1]) != 0;
 #endif
@@ -67,6 +69,8 @@ QUOR_LANES_INLINE bool any(V v) noexcept {
 QUOR_LANES_INLINE uint32_t bitsOf(I32s mask) noexcept {
 #if defined(__AVX2__)
     return static_cast<uint32_t>(_mm256_movemask_ps((__m256)mask));
+#elif defined(__SSE4_1__)
+    return static_cast<uint32_t>(_mm_movemask_ps((__m128)mask));
 #else
     constexpr I32s kBits = {1, 2, 4, 8};
     const auto pairs = (U64s)(mask & kBits);

@@ -1,0 +1,144 @@
+// The span kernels of every vector level beside their definitions, pixel by pixel.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numeric>
+#include <random>
+#include <vector>
+
+#include "vg/raster/color_ramp.h"
+#include "vg/raster/kernels.h"
+
+namespace vg::raster {
+namespace {
+
+constexpr int32_t kCounts[] = {0, 1, 2, 3, 4, 5, 7, 8, 9, 15, 16, 17, 31, 33, 63, 64};
+constexpr Spread kSpreads[] = {Spread::kPad, Spread::kRepeat, Spread::kReflect};
+
+/// Entry i is i, so that a pixel tells its entry.
+const std::vector<uint32_t>& countingRamp() {
+    static const std::vector<uint32_t> ramp = [] {
+        std::vector<uint32_t> entries(ColorRamp::kSize);
+        std::iota(entries.begin(), entries.end(), 0U);
+        return entries;
+    }();
+    return ramp;
+}
+
+/// The entry of a parameter whose 1.0 is 2^bits; reflected ramps hold both ways.
+uint32_t entryOf(int64_t parameter, Spread spread, int bits) {
+    const int64_t one = int64_t{1} << bits;
+    if (spread == Spread::kPad) parameter = std::clamp<int64_t>(parameter, 0, one - 1);
+    if (spread == Spread::kReflect) parameter >>= 1;
+    return static_cast<uint32_t>((parameter & (one - 1)) >> (bits - 10));
+}
+
+class KernelLevels : public ::testing::TestWithParam<KernelLevel> {
+protected:
+    void SetUp() override {
+        if (!useKernelLevel(GetParam())) GTEST_SKIP() << "not on this processor";
+    }
+    void TearDown() override { (void)useKernelLevel(bestKernelLevel()); }
+
+    uint32_t word() { return static_cast<uint32_t>(random_()); }
+    uint32_t premultipliedPixel() {
+        const uint32_t alpha = word() % 3 == 0 ? 255 : word() % 256;
+        uint32_t pixel = alpha << 24;
+        for (const int shift : {0, 8, 16}) pixel |= word() % (alpha + 1) << shift;
+        return pixel;
+    }
+    std::vector<uint32_t> pixels(int32_t count) {
+        std::vector<uint32_t> result(static_cast<size_t>(count) + 1);  // one behind stays as it is
+        for (uint32_t& pixel : result) pixel = premultipliedPixel();
+        return result;
+    }
+
+    std::mt19937 random_{7};
+};
+
+INSTANTIATE_TEST_SUITE_P(All, KernelLevels, ::testing::ValuesIn(kKernelLevels),
+                         [](const auto& level) { return nameOf(level.param); });
+
+uint32_t overPixel(uint32_t s, uint32_t d) {
+    uint32_t result = 0;
+    for (const int shift : {0, 8, 16, 24}) {
+        const uint32_t x = (d >> shift & 0xFF) * (255 - (s >> 24)) + 0x80;
+        result |= ((s >> shift & 0xFF) + ((x + (x >> 8)) >> 8)) << shift;
+    }
+    return result;
+}
+
+TEST_P(KernelLevels, PixelsAndColoursOverPixels) {
+    for (const int32_t count : kCounts) {
+        const std::vector<uint32_t> s = pixels(count), d = pixels(count);
+        std::vector<uint32_t> over = d, colored = d, set = d;
+        kernels().sourceOver(s.data(), over.data(), count);
+        kernels().runSourceOver(colored.data(), count, s[0]);
+        kernels().runSource(set.data(), count, s[0]);
+        for (size_t i = 0; i < s.size(); ++i) {
+            const bool isInside = i < static_cast<size_t>(count);
+            EXPECT_EQ(over[i], isInside ? overPixel(s[i], d[i]) : d[i]) << i << " of " << count;
+            EXPECT_EQ(colored[i], isInside ? overPixel(s[0], d[i]) : d[i]) << i << " of " << count;
+            EXPECT_EQ(set[i], isInside ? s[0] : d[i]) << i << " of " << count;
+        }
+    }
+}
+
+TEST_P(KernelLevels, LinearGradients) {
+    for (int round = 0; round < 600; ++round) {
+        const int32_t count = kCounts[static_cast<size_t>(round) % std::size(kCounts)];
+        LinearRun run = {countingRamp().data(), kSpreads[round % 3], 0, 0};
+        // Of pictures, at the borders of 32 bits, and far outside.
+        const int64_t scale = round % 5 == 0 ? int64_t{1} << 44 : round % 5 == 1 ? 0x7FFF : 1;
+        run.first = (int64_t{static_cast<int32_t>(word())} >> (word() % 16)) * scale;
+        run.step = (int64_t{static_cast<int32_t>(word())} >> (8 + word() % 24)) * scale;
+        std::vector<uint32_t> drawn(64, ~0U);
+        kernels().linearPixels(run, count, drawn.data());
+        for (int32_t i = 0; i < 64; ++i) {
+            const uint32_t expected =
+                i < count ? entryOf(run.first + i * run.step, run.spread, 16) : ~0U;
+            ASSERT_EQ(drawn[static_cast<size_t>(i)], expected)
+                << i << " of " << count << ", round " << round;
+        }
+    }
+}
+
+int64_t fixedOf(float value) {
+    return static_cast<int64_t>(std::clamp(value, -2147483520.0F, 2147483520.0F));
+}
+
+TEST_P(KernelLevels, RadialGradients) {
+    std::uniform_real_distribution<float> unit(-1.0F, 1.0F);
+    for (int round = 0; round < 600; ++round) {
+        const int32_t count = kCounts[static_cast<size_t>(round) % std::size(kCounts)];
+        const float scale = round % 7 == 0 ? 1e15F : round % 7 == 1 ? 1e-20F : 2.0F;
+        const auto line = [&] {
+            const float start = unit(random_) * scale;
+            return RowLine{start, unit(random_) * 0.01F * scale};
+        };
+        RadialRun run = {countingRamp().data(),
+                         kSpreads[round % 3],
+                         static_cast<int32_t>(word() % 64),
+                         line(),
+                         line(),
+                         line(),
+                         line(),
+                         0x1p20F * (1.0F + std::fabs(unit(random_)))};
+        std::vector<uint32_t> drawn(64, ~0U);
+        kernels().radialPixels(run, count, drawn.data());
+        for (int32_t i = 0; i < count; ++i) {
+            const auto k = static_cast<float>(run.first + i);
+            const float u = run.u.start + k * run.u.step, v = run.v.start + k * run.v.step;
+            const float cross = run.cross.start + k * run.cross.step;
+            const float dot = run.dot.start + k * run.dot.step;
+            const float radicand = u * u + v * v - cross * cross;
+            const float g = (dot + std::sqrt(std::max(radicand, 0.0F))) * run.scale;
+            ASSERT_EQ(drawn[static_cast<size_t>(i)], entryOf(fixedOf(g), run.spread, 20))
+                << i << " of " << count << ", round " << round;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vg::raster
