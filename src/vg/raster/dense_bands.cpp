@@ -1,135 +1,212 @@
 #include "vg/raster/dense_bands.h"
 
 #include <algorithm>
-#include <bit>
 #include <utility>
+
+#include "vg/raster/trapezoid.h"
 
 namespace vg::raster {
 namespace {
 
-// Keys of edges rise with x at the top, then x at the bottom, then direction.
+/// An edge in a band as a number: x at the top, x at the bottom, direction. x has kBits.
+template <class KeyWord, int kBits>
+struct EdgeKey {
+    using Word = KeyWord;
+    static constexpr int32_t kWidest = 1 << kBits;
 
-constexpr int32_t kTopShift = 32;
-
-uint64_t keyOf(const LiveChain& chain, int32_t lane) noexcept {
-    return static_cast<uint64_t>(chain.top[lane]) << kTopShift |
-           static_cast<uint32_t>(chain.bottom[lane]) << 1 | (chain.step > 0 ? 1U : 0U);
-}
-
-uint32_t topOf(uint64_t key) noexcept { return static_cast<uint32_t>(key >> kTopShift); }
-uint32_t bottomOf(uint64_t key) noexcept { return static_cast<uint32_t>(key) >> 1; }
-int32_t directionOf(uint64_t key) noexcept { return (key & 1) != 0 ? 1 : -1; }
-
-/// At least twice as many buckets as keys: nearly every key has one to itself.
-int32_t bucketCountFor(int32_t keyCount) noexcept {
-    return 2 * static_cast<int32_t>(std::bit_ceil(static_cast<uint32_t>(keyCount)));
-}
-
-/// Finishes keys that are in order but for neighbours; when they turn out not to be (all edges in
-/// a few places), sorts from scratch.
-void finishOrder(uint64_t* keys, int32_t count) noexcept {
-    int32_t movesLeft = 8 * count;
-    for (int32_t i = 1; i < count; ++i) {
-        const uint64_t key = keys[i];
-        int32_t place = i;
-        for (; place > 0 && key < keys[place - 1]; --place) keys[place] = keys[place - 1];
-        keys[place] = key;
-        movesLeft -= i - place;
-        if (movesLeft < 0) return std::sort(keys, keys + count);
+    static Word of(const LiveChain& chain, int32_t lane) noexcept {
+        return static_cast<Word>(Word{chain.top[lane]} << (kBits + 1) |
+                                 Word{chain.bottom[lane]} << 1 | (chain.step > 0 ? 1U : 0U));
     }
+    static int32_t topOf(Word key) noexcept { return static_cast<int32_t>(key >> (kBits + 1)); }
+    static int32_t bottomOf(Word key) noexcept {
+        return static_cast<int32_t>(key >> 1) & (kWidest - 1);
+    }
+    static int32_t directionOf(Word key) noexcept { return (key & 1) != 0 ? 1 : -1; }
+};
+
+/// Half as wide, for polygons of up to 1024 columns.
+using NarrowKey = EdgeKey<uint32_t, 15>;
+using WideKey = EdgeKey<uint64_t, 16>;
+
+/// The edges of some bands, band after band.
+template <class Key, int32_t kBands>
+struct Collection {
+    typename Key::Word* keys[kBands];
+    int32_t counts[kBands];
+
+    Collection(LiveChain* const* chains, int32_t count, int32_t firstLane,
+               uint64_t* memory) noexcept {
+        for (int32_t i = 0; i < kBands; ++i) {
+            keys[i] = reinterpret_cast<typename Key::Word*>(memory + i * (count + 1));
+            counts[i] = 0;
+        }
+        for (int32_t i = 0; i < count; ++i) collect(*chains[i], firstLane);
+    }
+
+private:
+    /// Writes a key for every band, whether the edge crosses it or not; what does not is
+    /// overwritten by the next.
+    void collect(const LiveChain& chain, int32_t firstLane) noexcept {
+        for (int32_t i = 0; i < kBands; ++i) {
+            const int32_t lane = firstLane + i;
+            keys[i][counts[i]] = Key::of(chain, lane);
+            counts[i] +=
+                static_cast<int32_t>(chain.first <= lane) & static_cast<int32_t>(lane < chain.last);
+        }
+    }
+};
+
+/// The step of sorting for keys of 64 bits, which only the widest polygons have.
+bool exchangeNeighbours(uint64_t* keys, int32_t count) noexcept {
+    bool isOrdered = true;
+    for (int32_t i = 0; i + 1 < count; ++i) {
+        if (keys[i] <= keys[i + 1]) continue;
+        std::swap(keys[i], keys[i + 1]);
+        isOrdered = false;
+    }
+    return !isOrdered;
+}
+bool exchangeNeighbours(uint32_t* keys, int32_t count) noexcept {
+    return kernels().exchangeNeighbours(keys, count);
+}
+
+/// Orders keys that are in order but for near neighbours; when they turn out not to be (all edges
+/// in a few places), sorts from scratch.
+template <class Word>
+void finishOrder(Word* keys, int32_t count) noexcept {
+    constexpr int32_t kMostSteps = 24;
+    for (int32_t step = 0; step < kMostSteps; ++step) {
+        if (!exchangeNeighbours(keys, count)) return;
+    }
+    std::sort(keys, keys + count);
 }
 
 }  // namespace
 
-bool DenseBands::reserve(int32_t chainCount) noexcept {
-    return keys_.resize(kBandsAtOnce * chainCount) && sorted_.resize(chainCount) &&
-           bucketEnd_.resize(bucketCountFor(chainCount)) &&
-           rows_.resize(chainCount / kBlockBands + 1);
+bool DenseBands::reserve(int32_t chainCount, int32_t columns) noexcept {
+    columns_ = columns;
+    if (!keys_.resize(kBandsAtOnce * (chainCount + 1)) || !sorted_.resize(chainCount + 1)) {
+        return false;
+    }
+    if (columns <= reservedColumns_) return true;
+    // All zero, so that new ones are the only ones to clear.
+    if (!bucketPlaces_.resize(columns << kSubpixelBits) || !sums_[0].resizeZeroed(columns) ||
+        !sums_[1].resizeZeroed(columns)) {
+        return false;
+    }
+    reservedColumns_ = columns;
+    return true;
 }
 
 void DenseBands::addBlock(LiveChain* const* chains, int32_t count, FillRule rule,
                           const BandBlock& block, const CellView& cells) noexcept {
+    if ((columns_ << kSubpixelBits) < NarrowKey::kWidest) {
+        addBands<NarrowKey>(chains, count, rule, block, cells);
+    } else {
+        addBands<WideKey>(chains, count, rule, block, cells);
+    }
+}
+
+template <class Key>
+void DenseBands::addBands(LiveChain* const* chains, int32_t count, FillRule rule,
+                          const BandBlock& block, const CellView& cells) noexcept {
+    auto* const sorted = reinterpret_cast<typename Key::Word*>(sorted_.data());
     for (int32_t lane = 0; lane < kBlockBands; lane += kBandsAtOnce) {
-        Keys bands[kBandsAtOnce];
-        collect(chains, count, lane, bands);
+        const Collection<Key, kBandsAtOnce> bands(chains, count, lane, keys_.data());
         for (int32_t i = 0; i < kBandsAtOnce; ++i) {
-            if (bands[i].count == 0) continue;
-            uint64_t* const sorted = distribute(bands[i]);
-            finishOrder(sorted, bands[i].count);
-            resolve(sorted, bands[i].count, rule);
-            addBand(lane + i, block, cells);
+            if (bands.counts[i] == 0) continue;
+            const Band band = {block.height[lane + i], block.rowStart[lane + i], cells};
+            distribute<Key>(bands.keys[i], bands.counts[i], sorted);
+            finishOrder(sorted, bands.counts[i]);
+            rule == FillRule::kNonZero
+                ? addBoundaries<Key, FillRule::kNonZero>(sorted, bands.counts[i], band)
+                : addBoundaries<Key, FillRule::kEvenOdd>(sorted, bands.counts[i], band);
+            addSums(band);
         }
     }
 }
 
-void DenseBands::collect(LiveChain* const* chains, int32_t count, int32_t firstLane,
-                         Keys (&bands)[kBandsAtOnce]) noexcept {
-    for (int32_t i = 0; i < kBandsAtOnce; ++i) bands[i] = {keys_.data() + i * count, 0};
-    for (int32_t i = 0; i < count; ++i) {
-        const LiveChain& chain = *chains[i];
-        const int32_t first = std::max(chain.first, firstLane);
-        const int32_t last = std::min(chain.last, firstLane + kBandsAtOnce);
-        for (int32_t lane = first; lane < last; ++lane) {
-            Keys& band = bands[lane - firstLane];
-            band.keys[band.count++] = keyOf(chain, lane);
-        }
-    }
-}
-
-/// Sorts by the leading bits of x at the top.
-uint64_t* DenseBands::distribute(const Keys& band) noexcept {
-    uint32_t widest = 0;
-    for (int32_t i = 0; i < band.count; ++i) widest = std::max(widest, topOf(band.keys[i]));
-    const int32_t bucketCount = bucketCountFor(band.count);
-    int32_t shift = kTopShift;
-    while (widest >> (shift - kTopShift) >= static_cast<uint32_t>(bucketCount)) ++shift;
-    int32_t* const places = bucketEnd_.data();
-    std::fill_n(places, bucketCount, 0);
-    for (int32_t i = 0; i < band.count; ++i) ++places[band.keys[i] >> shift];
+/// Sorts by x at the top.
+template <class Key>
+void DenseBands::distribute(const typename Key::Word* keys, int32_t count,
+                            typename Key::Word* sorted) noexcept {
+    int32_t* const places = bucketPlaces_.data();
+    const int32_t buckets = columns_ << kSubpixelBits;
+    std::fill_n(places, buckets, 0);
+    for (int32_t i = 0; i < count; ++i) ++places[Key::topOf(keys[i])];
     int32_t place = 0;
-    for (int32_t i = 0; i < bucketCount; ++i) place += std::exchange(places[i], place);
-    uint64_t* const sorted = sorted_.data();
-    for (int32_t i = 0; i < band.count; ++i) {
-        sorted[places[band.keys[i] >> shift]++] = band.keys[i];
-    }
-    return sorted;
+    for (int32_t i = 0; i < buckets; ++i) place += std::exchange(places[i], place);
+    for (int32_t i = 0; i < count; ++i) sorted[places[Key::topOf(keys[i])]++] = keys[i];
 }
 
-void DenseBands::resolve(const uint64_t* keys, int32_t count, FillRule rule) noexcept {
-    rowCount_ = (count + kBlockBands - 1) / kBlockBands;
-    BoundaryRow* const rows = rows_.data();
-    for (int32_t i = 0; i < rowCount_; ++i) rows[i] = {};
+template <class Key, FillRule kRule>
+void DenseBands::addBoundaries(const typename Key::Word* keys, int32_t count,
+                               const Band& band) noexcept {
     int32_t winding = 0;
-    uint32_t past = 0;  // spans never overlap, even where edges cross inside a band
-    int32_t row = 0, lane = 0;
+    int32_t past = 0;  // spans never overlap, even where edges cross inside a band
     for (int32_t i = 0; i < count; ++i) {
         const bool wasOutside = winding == 0;
-        winding = rule == FillRule::kNonZero ? winding + directionOf(keys[i]) : 1 - winding;
+        winding = kRule == FillRule::kNonZero ? winding + Key::directionOf(keys[i]) : 1 - winding;
         const bool isOutside = winding == 0;
         if (wasOutside == isOutside) continue;
-        past = std::max(past, bottomOf(keys[i]));
-        rows[row].top[lane] = static_cast<uint16_t>(topOf(keys[i]));
-        rows[row].bottom[lane] = static_cast<uint16_t>(past);
-        rows[row].sign[lane] = wasOutside ? 1 : -1;
-        if (++row == rowCount_) {
-            row = 0;
-            ++lane;
-        }
+        past = std::max(past, Key::bottomOf(keys[i]));
+        addBoundary(Key::topOf(keys[i]), past, wasOutside, band);
     }
 }
 
-void DenseBands::addBand(int32_t lane, const BandBlock& block, const CellView& cells) noexcept {
-    BandBlock band;  // the same band in every lane
-    std::fill_n(band.height, kBlockBands, block.height[lane]);
-    std::fill_n(band.rowStart, kBlockBands, block.rowStart[lane]);
-    kernels().addRows(rows_.data(), rowCount_, band, cells);
+inline void DenseBands::addBoundary(int32_t top, int32_t bottom, bool isLeft,
+                                    const Band& band) noexcept {
+    const int32_t column = pixelOf(top);
+    if (column == pixelOf(bottom)) [[likely]] {
+        sums_[isLeft ? 1 : 0].data()[column] +=
+            ColumnSum{1} << 32 | static_cast<uint32_t>(fractionOf(top) + fractionOf(bottom));
+        return;
+    }
+    addWideBoundary(top, bottom, isLeft, band);
+}
+
+void DenseBands::addWideBoundary(int32_t top, int32_t bottom, bool isLeft,
+                                 const Band& band) noexcept {
+    const int32_t left = pixelOf(std::min(top, bottom));
+    const int32_t right = pixelOf(std::max(top, bottom));
+    uint32_t* const cells = band.cells.cells + band.rowStart;
+    const auto height = static_cast<uint32_t>(band.height);
+    isLeft ? addTrapezoid(cells, top, bottom, height)
+           : subtractTrapezoid(cells, top, bottom, height);
+    for (int32_t group = (band.rowStart + left) >> 3; group <= (band.rowStart + right + 1) >> 3;
+         ++group) {
+        band.cells.touched[group] = 1;
+    }
+}
+
+/// Adds what the columns have summed up to the cells.
+void DenseBands::addSums(const Band& band) noexcept {
+    const auto height = static_cast<uint32_t>(band.height);
+    ColumnSum* const lefts = sums_[1].data();
+    ColumnSum* const rights = sums_[0].data();
+    for (int32_t column = 0; column < columns_; ++column) {
+        if ((lefts[column] | rights[column]) == 0) continue;
+        const ColumnSum left = std::exchange(lefts[column], 0);
+        const ColumnSum right = std::exchange(rights[column], 0);
+        const uint32_t boundaries =
+            static_cast<uint32_t>(left >> 32) - static_cast<uint32_t>(right >> 32);
+        const uint32_t rest = (static_cast<uint32_t>(left) - static_cast<uint32_t>(right)) * height
+                              << 19;
+        const int32_t cell = band.rowStart + column;
+        band.cells.cells[cell] += (boundaries * height << 25) - rest;
+        band.cells.cells[cell + 1] += rest;
+        band.cells.touched[cell >> 3] = 1;
+        band.cells.touched[(cell + 1) >> 3] = 1;
+    }
 }
 
 void DenseBands::shrinkToFit() noexcept {
     keys_.shrinkToFit();
     sorted_.shrinkToFit();
-    bucketEnd_.shrinkToFit();
-    rows_.shrinkToFit();
+    bucketPlaces_.shrinkToFit();
+    sums_[0].shrinkToFit();
+    sums_[1].shrinkToFit();
 }
 
 }  // namespace vg::raster

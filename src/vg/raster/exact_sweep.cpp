@@ -68,7 +68,7 @@ bool ExactSweep::prepare(const FixedPolygon& polygon, const SweepLines& lines,
     free_.clear();
     rows_.clear();
     if (!slots_.resizeZeroed(most) || !free_.reserveMore(most) || !live_.reserveMore(most) ||
-        !rows_.reserveMore(std::min(most, denseCount_)) || !dense_.reserve(most)) {
+        !rows_.reserveMore(std::min(most, denseCount_)) || !dense_.reserve(most, columns.count)) {
         return false;
     }
     for (int32_t i = most - 1; i >= 0; --i) free_.pushReserved(&slots_[i]);

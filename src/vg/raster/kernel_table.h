@@ -6,6 +6,7 @@
 #include "vg/raster/kernel_composite.h"
 #include "vg/raster/kernel_edges.h"
 #include "vg/raster/kernel_gradient.h"
+#include "vg/raster/kernel_neighbours.h"
 #include "vg/raster/kernel_order.h"
 #include "vg/raster/kernels.h"
 
@@ -19,6 +20,7 @@ constexpr Kernels QUOR_KERNELS = {
     &resolveLanes,
     &addChains,
     &addRows,
+    &exchangeNeighbours,
     &composite<FlatSource>,
     &composite<FlatSourceOver>,
     &run<FlatSource>,

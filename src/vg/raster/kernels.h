@@ -54,6 +54,9 @@ struct Kernels {
     void (*addRows)(const BoundaryRow* rows, int32_t count, const BandBlock& block,
                     const CellView& cells) noexcept;
 
+    /// One step of sorting keys; false when they are in order.
+    bool (*exchangeNeighbours)(uint32_t* keys, int32_t count) noexcept;
+
     void (*compositeSource)(const FlatRows& rows) noexcept;
     void (*compositeSourceOver)(const FlatRows& rows) noexcept;
 
