@@ -4,6 +4,7 @@
 #include "vg/context.h"
 #include "vg/raster/pixel_io.h"
 #include "vg/raster/rasterizer.h"
+#include "vg/scissored_fill.h"
 #include "vg/surface.h"
 #include "vg/vg.h"
 
@@ -19,16 +20,11 @@ vg::raster::PixelRect intersect(const vg::raster::PixelRect& a,
 bool clearRect(vg::Context& context, vg::Surface& surface,
                const vg::raster::PixelRect& rect) noexcept {
     const uint32_t pixel = vg::raster::packFloatColor(context.clearColor, surface.descriptor());
-    if (!context.scissoring) {
-        vg::raster::clearRect(surface.view(), rect, pixel);
+    const auto clearPart = [&](const vg::raster::PixelRect& part) noexcept {
+        vg::raster::clearRect(surface.view(), intersect(rect, part), pixel);
         return true;
-    }
-    const vg::raster::Scissor* scissor = context.scissorFor(surface.width, surface.height);
-    if (scissor == nullptr) return false;
-    for (const auto& part : *scissor) {
-        vg::raster::clearRect(surface.view(), intersect(rect, part.pixels()), pixel);
-    }
-    return true;
+    };
+    return vg::forEachScissorRect(context, surface.width, surface.height, clearPart);
 }
 
 }  // namespace

@@ -27,6 +27,10 @@ Image* Context::findImage(VGImage handle) const noexcept {
     return static_cast<Image*>(shared->objects.find(handle, contextId, ObjectKind::kImage));
 }
 
+Image* Context::findMaskLayer(VGMaskLayer handle) const noexcept {
+    return static_cast<Image*>(shared->objects.find(handle, contextId, ObjectKind::kMaskLayer));
+}
+
 const raster::Scissor* Context::scissorFor(int32_t width, int32_t height) noexcept {
     if (scissorChanged || !scissor.isFor(width, height)) {
         scissorChanged = true;  // until it has been rebuilt
@@ -47,6 +51,11 @@ void Context::recoverMemory() noexcept {
     rasterizer.shrinkBuffers();
     scissor.shrinkToFit();
     pixelWork.release();
+    coverageWork.pixels.shrinkToFit();
+    shared->objects.releaseCaches();
+    for (Paint* paint : {fillPaint, strokePaint}) {  // which may have lost their handles
+        if (paint != nullptr) paint->releaseCaches();
+    }
 }
 
 }  // namespace vg

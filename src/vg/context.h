@@ -10,6 +10,7 @@
 #include "vg/raster/rasterizer.h"
 #include "vg/raster/scissor.h"
 #include "vg/stroker.h"
+#include "vg/surface.h"
 #include "vg/tolerance.h"
 #include "vg/vg.h"
 
@@ -91,6 +92,7 @@ struct Context {
     raster::Rasterizer rasterizer;
     raster::Scissor scissor;         ///< see scissorFor()
     base::Array<uint8_t> pixelWork;  ///< pixels on their way from an area to one that it overlaps
+    Surface coverageWork;            ///< of the path being rendered to a mask
     Stroker stroker;
     StrokeOutline strokeOutline;  ///< of the stroke being drawn
 
@@ -124,13 +126,14 @@ struct Context {
     Path* findPath(VGPath handle) const noexcept;
     Paint* findPaint(VGPaint handle) const noexcept;
     Image* findImage(VGImage handle) const noexcept;
+    Image* findMaskLayer(VGMaskLayer handle) const noexcept;
 
     /// The scissor for a surface of this size, rebuilt if it or the surface has changed; used only
     /// while `scissoring` is on. Null when memory runs out.
     const raster::Scissor* scissorFor(int32_t width, int32_t height) noexcept;
 
-    /// Shrinks every growable work array to its used size after an allocation failed, so that the
-    /// work can be tried once more.
+    /// Shrinks every growable work array to its used size after an allocation failed, and frees
+    /// what paints and paths keep for their next draw, so that the work can be tried once more.
     void recoverMemory() noexcept;
 };
 

@@ -1,3 +1,5 @@
+#include "vg/draw_path.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -133,6 +135,12 @@ bool draw(const DrawCall& call, DrawProgress& progress) noexcept {
 }
 
 }  // namespace
+
+bool drawPath(Context& context, Surface& surface, Path& path, VGbitfield paintModes) noexcept {
+    DrawProgress progress;
+    return draw({context, surface, path, paintModes}, progress);
+}
+
 }  // namespace vg
 
 void vgDrawPath(VGPath handle, VGbitfield paintModes) {

@@ -26,19 +26,19 @@ void destroyContext(Context* context) noexcept;
 
 struct SurfaceFlags {
     bool linear = false;         ///< linear colour space instead of sRGB
-    bool alphaMask = false;      ///< with an alpha mask
+    bool alphaMask = false;      ///< with a mask, one byte a pixel
     bool premultiplied = false;  ///< colour channels multiplied by alpha
 };
 
 /// Creates a surface of zero pixels in an ARGB format; null when a side is below 1 or memory runs
-/// out. Sides above kMaxSurfaceDimension are clamped.
+/// out. Sides above kMaxSurfaceDimension are clamped. A mask starts out full.
 Surface* createSurface(int32_t width, int32_t height, const SurfaceFlags& flags) noexcept;
 
 /// Frees the surface; a current surface stops being current. Null is ignored.
 void destroySurface(Surface* surface) noexcept;
 
-/// Changes the size (clamped as above) and zeroes the pixels. False, with nothing changed, when a
-/// side is below 1 or memory runs out.
+/// Changes the size (clamped as above), zeroes the pixels and fills the mask. False, with nothing
+/// changed, when a side is below 1 or memory runs out.
 bool resizeSurface(Surface* surface, int32_t width, int32_t height) noexcept;
 
 int32_t surfaceWidth(const Surface* surface) noexcept;

@@ -13,6 +13,16 @@ inline Image* findImageOrRaise(Context& context, VGImage handle) noexcept {
     return image;
 }
 
+/// Whether an image or a mask layer may have this size.
+inline bool isImageSize(VGint width, VGint height) noexcept {
+    return 0 < width && width <= kMaxImageSide && 0 < height && height <= kMaxImageSide;
+}
+
+/// Whether at least one pixel from `start` on, and all `length` of them, lie in 0..limit.
+inline bool isInside(VGint start, VGint length, VGint limit) noexcept {
+    return start >= 0 && length > 0 && length <= limit && start <= limit - length;
+}
+
 /// True for a rectangle of pixels; else the error is raised.
 inline bool isSizeOrRaise(Context& context, VGint width, VGint height) noexcept {
     if (width > 0 && height > 0) return true;

@@ -11,21 +11,25 @@ namespace {
 constexpr VGbitfield kAllQualities =
     VG_IMAGE_QUALITY_NONANTIALIASED | VG_IMAGE_QUALITY_FASTER | VG_IMAGE_QUALITY_BETTER;
 
-bool isImageSize(VGint width, VGint height) noexcept {
-    return 0 < width && width <= vg::kMaxImageSide && 0 < height && height <= vg::kMaxImageSide;
-}
-
-/// Enters a new image; 0 when memory runs out.
-VGImage createImage(vg::Context& context, VGint format, VGint width, VGint height,
-                    VGbitfield allowedQuality) noexcept {
+/// Enters a new image that prepare(image) has made; 0 when memory runs out.
+template <class Prepare>
+VGImage enterImage(vg::Context& context, const Prepare& prepare) noexcept {
     auto* image = new (std::nothrow) vg::Image;
     if (image == nullptr) return VG_INVALID_HANDLE;
-    image->allowedQuality = allowedQuality;
+    if (prepare(*image)) image->handle = context.shared->objects.add(image, context.contextId);
+    if (image->handle != VG_INVALID_HANDLE) return image->handle;
+    vg::release(image);
+    return VG_INVALID_HANDLE;
+}
+
+/// The same, or an error is raised.
+template <class Prepare>
+VGImage enterImageOrRaise(vg::Context& context, const Prepare& prepare) noexcept {
     VGImage handle = VG_INVALID_HANDLE;
-    if (image->allocate(format, width, height)) {
-        handle = context.shared->objects.add(image, context.contextId);
-    }
-    if (handle == VG_INVALID_HANDLE) vg::release(image);
+    vg::doOrRaise(context, [&] {
+        handle = enterImage(context, prepare);
+        return handle != VG_INVALID_HANDLE;
+    });
     return handle;
 }
 
@@ -38,22 +42,46 @@ VGImage vgCreateImage(VGint format, VGint width, VGint height, VGbitfield allowe
         context->raise(VG_UNSUPPORTED_IMAGE_FORMAT_ERROR);
         return VG_INVALID_HANDLE;
     }
-    if (!isImageSize(width, height) || allowedQuality == 0 ||
+    if (!vg::isImageSize(width, height) || allowedQuality == 0 ||
         (allowedQuality & ~kAllQualities) != 0) {
         context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
         return VG_INVALID_HANDLE;
     }
-    VGImage handle = VG_INVALID_HANDLE;
-    vg::doOrRaise(*context, [&] {
-        handle = createImage(*context, format, width, height, allowedQuality);
-        return handle != VG_INVALID_HANDLE;
+    return enterImageOrRaise(*context, [&](vg::Image& image) noexcept {
+        image.allowedQuality = allowedQuality;
+        return image.allocate(format, width, height);
     });
-    return handle;
+}
+
+VGImage vgChildImage(VGImage parentHandle, VGint x, VGint y, VGint width, VGint height) {
+    vg::Context* context = vg::currentPair();
+    vg::Image* parent = context != nullptr ? vg::findImageOrRaise(*context, parentHandle) : nullptr;
+    if (parent == nullptr) return VG_INVALID_HANDLE;
+    if (!vg::isInside(x, width, parent->width) || !vg::isInside(y, height, parent->height)) {
+        context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
+        return VG_INVALID_HANDLE;
+    }
+    return enterImageOrRaise(*context, [&](vg::Image& image) noexcept {
+        image.share(*parent, {x, y, x + width, y + height});
+        return true;
+    });
+}
+
+VGImage vgGetParent(VGImage handle) {
+    vg::Context* context = vg::currentPair();
+    const vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, handle) : nullptr;
+    if (image == nullptr) return VG_INVALID_HANDLE;
+    do {
+        image = image->parent;
+    } while (image != nullptr && image->handle == VG_INVALID_HANDLE);
+    return image != nullptr ? image->handle : handle;
 }
 
 void vgDestroyImage(VGImage handle) {
     vg::Context* context = vg::currentPair();
-    if (context == nullptr || vg::findImageOrRaise(*context, handle) == nullptr) return;
+    vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, handle) : nullptr;
+    if (image == nullptr) return;
+    image->handle = VG_INVALID_HANDLE;
     context->shared->objects.remove(handle);
 }
 
@@ -100,7 +128,8 @@ void vgCopyImage(VGImage destination, VGint dx, VGint dy, VGImage source, VGint 
     vg::doOrRaise(*context, [&] {
         vg::PixelCopy copy = {dx, dy, sx, sy, width, height};
         vg::ConstPixelArea pixels = from->area();
-        if (to == from && !vg::detachSource(pixels, copy, context->pixelWork)) return false;
+        if (to->sharesStorageWith(*from) && !vg::detachSource(pixels, copy, context->pixelWork))
+            return false;
         vg::copyArea(to->area(), pixels, copy, vg::wholeOf(to->area()));
         return true;
     });

@@ -1,9 +1,24 @@
 #include "vg/object_handles.h"
 
+#include <limits>
+
 namespace vg {
 namespace {
 
 constexpr int kInitialEntries = 64;
+
+/// Whether handles to the object count: paths and images must leave room for one more reference.
+bool isUsable(const Object& object) noexcept {
+    switch (object.kind) {
+        case ObjectKind::kPath:
+        case ObjectKind::kImage:
+            return object.references < std::numeric_limits<uint32_t>::max();
+        case ObjectKind::kMaskLayer:
+            return object.subKind == VG_A_8;
+        default:
+            return true;
+    }
+}
 
 int indexOf(VGHandle handle) noexcept { return static_cast<int>(handle & ObjectTable::kIndexMask); }
 
@@ -44,7 +59,14 @@ Object* ObjectTable::find(VGHandle handle, uint32_t contextId, ObjectKind kind) 
     const int index = indexOf(handle);
     if (handle >> kIndexBits != contextId || index >= entries_.count()) return nullptr;
     Object* const object = entries_[index];  // entry 0 is null
-    return object != nullptr && object->kind == kind ? object : nullptr;
+    const bool isFound = object != nullptr && object->kind == kind && isUsable(*object);
+    return isFound ? object : nullptr;
+}
+
+void ObjectTable::releaseCaches() const noexcept {
+    for (Object* object : entries_) {
+        if (object != nullptr) object->releaseCaches();
+    }
 }
 
 void ObjectTable::remove(VGHandle handle) noexcept {

@@ -17,7 +17,12 @@ struct Object {
     Object& operator=(const Object&) = delete;
     virtual ~Object() = default;
 
+    /// Frees what can be made again when it is needed. Called when memory has run out, between
+    /// draws only.
+    virtual void releaseCaches() noexcept {}
+
     ObjectKind kind;
+    VGint subKind = 0;  ///< of images and mask layers: their format
     uint32_t references = 1;
 };
 
@@ -41,8 +46,11 @@ public:
     /// memory or indices run out.
     VGHandle add(Object* object, uint32_t contextId) noexcept;
 
-    /// The object of that kind behind the handle, or null.
+    /// The object of that kind behind the handle, or null. A mask layer counts only while it holds
+    /// mask values, VG_A_8.
     Object* find(VGHandle handle, uint32_t contextId, ObjectKind kind) const noexcept;
+
+    void releaseCaches() const noexcept;  ///< those of every object
 
     /// Empties the handle's entry and releases the object. Precondition: find() gave an object.
     void remove(VGHandle handle) noexcept;

@@ -79,6 +79,8 @@ void visitParam(VGHandle handle, VGint type, Visitor visit) noexcept {
         visit(*context, *path, findRule(kPathRules, type));
     } else if (Image* image = context->findImage(handle)) {
         visit(*context, *image, findImageRule(type));
+    } else if (context->findMaskLayer(handle) != nullptr) {
+        context->raise(VG_ILLEGAL_ARGUMENT_ERROR);  // it has no parameters
     } else {
         context->raise(VG_BAD_HANDLE_ERROR);
     }

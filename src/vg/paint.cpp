@@ -4,7 +4,10 @@
 #include <new>
 
 #include "vg/context.h"
+#include "vg/image_access.h"
 #include "vg/vg.h"
+
+vg::Paint::~Paint() { release(pattern); }
 
 namespace {
 
@@ -20,10 +23,12 @@ vg::Paint* createPaint(vg::Context& context) noexcept {
     return nullptr;
 }
 
-void replacePaint(vg::Paint*& place, vg::Paint* paint) noexcept {
-    vg::retain(paint);
+/// Holds the object, or nothing, in place of the one that was held there.
+template <class T>
+void replaceHeld(T*& place, T* object) noexcept {
+    vg::retain(object);
     vg::release(place);
-    place = paint;
+    place = object;
 }
 
 /// The paint behind the handle; null, with an error raised, for any other handle.
@@ -72,8 +77,8 @@ void vgSetPaint(VGPaint handle, VGbitfield paintModes) {
     if (paintModes == 0 || (paintModes & ~kAllPaintModes) != 0) {
         return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
     }
-    if ((paintModes & VG_FILL_PATH) != 0) replacePaint(context->fillPaint, paint);
-    if ((paintModes & VG_STROKE_PATH) != 0) replacePaint(context->strokePaint, paint);
+    if ((paintModes & VG_FILL_PATH) != 0) replaceHeld(context->fillPaint, paint);
+    if ((paintModes & VG_STROKE_PATH) != 0) replaceHeld(context->strokePaint, paint);
 }
 
 VGPaint vgGetPaint(VGint paintMode) {
@@ -103,4 +108,16 @@ VGuint vgGetColor(VGPaint handle) {
     VGuint rgba = 0;
     for (const float component : paint->color) rgba = rgba << 8 | toByte(component);
     return rgba;
+}
+
+void vgPaintPattern(VGPaint handle, VGImage pattern) {
+    vg::Context* context = vg::currentPair();
+    vg::Paint* paint = context != nullptr ? requirePaint(*context, handle) : nullptr;
+    if (paint == nullptr) return;
+    vg::Image* image = nullptr;
+    if (pattern != VG_INVALID_HANDLE) {
+        image = vg::findImageOrRaise(*context, pattern);
+        if (image == nullptr) return;
+    }
+    replaceHeld(paint->pattern, image);
 }

@@ -6,10 +6,15 @@
 
 namespace vg {
 
+struct Image;
+
 /// A paint object. A context holds a reference while the paint is set for filling or stroking, so
 /// destroying the handle does not take a paint from under a draw.
 struct Paint final : Object {
     Paint() noexcept : Object(ObjectKind::kPaint) {}
+    ~Paint() override;
+
+    void releaseCaches() noexcept override { ramps.release(); }
 
     // Parameters, as set
     VGint type = VG_PAINT_TYPE_COLOR;
@@ -22,6 +27,7 @@ struct Paint final : Object {
     float radialGradient[5] = {0, 0, 0, 0, 1};   ///< centre x, y, focus x, y, radius
     float conicalGradient[5] = {0, 0, 1, 0, 1};  ///< centre x, y, target x, y, repeats
     VGint tilingMode = VG_TILE_FILL;
+    Image* pattern = nullptr;  ///< null: the pattern is the colour
 
     RampCache ramps;
     VGHandle handle = VG_INVALID_HANDLE;  ///< its own; 0 once the handle is destroyed

@@ -19,7 +19,9 @@ struct Range {
         start = std::max({int64_t{to}, int64_t{low}, shift});
         end = std::min({int64_t{to} + length, int64_t{high}, shift + fromLimit});
     }
-    bool isEmpty() const noexcept { return end <= start; }
+    int32_t length() const noexcept {
+        return static_cast<int32_t>(std::max(end - start, int64_t{0}));
+    }
 };
 
 int32_t saturatingSum(int32_t start, int32_t length) noexcept {
@@ -33,21 +35,28 @@ raster::PixelRect pixelRect(int32_t x, int32_t y, int32_t width, int32_t height)
     return {x, y, saturatingSum(x, width), saturatingSum(y, height)};
 }
 
-void copyArea(const PixelArea& to, const ConstPixelArea& from, const PixelCopy& copy,
-              const raster::PixelRect& limits) noexcept {
+PixelCopy clipCopy(const PixelArea& to, const ConstPixelArea& from, const PixelCopy& copy,
+                   const raster::PixelRect& limits) noexcept {
     const Range columns(copy.toX, copy.fromX, copy.width, std::max(limits.x0, 0),
                         std::min(limits.x1, to.width), from.width);
     const Range rows(copy.toY, copy.fromY, copy.height, std::max(limits.y0, 0),
                      std::min(limits.y1, to.height), from.height);
-    if (columns.isEmpty() || rows.isEmpty()) return;
+    if (columns.length() == 0 || rows.length() == 0) return {};
     // Everything lies inside both areas now.
-    const auto toX = static_cast<int32_t>(columns.start);
-    const auto fromX = static_cast<int32_t>(columns.start + copy.fromX - copy.toX);
-    const auto count = static_cast<int32_t>(columns.end - columns.start);
-    for (int64_t y = rows.start; y < rows.end; ++y) {
-        const auto fromY = static_cast<int32_t>(y + copy.fromY - copy.toY);
-        raster::convertPixels(from.row(fromY), fromX, *from.format, to.row(static_cast<int32_t>(y)),
-                              toX, *to.format, count);
+    return {static_cast<int32_t>(columns.start),
+            static_cast<int32_t>(rows.start),
+            static_cast<int32_t>(columns.start + copy.fromX - copy.toX),
+            static_cast<int32_t>(rows.start + copy.fromY - copy.toY),
+            columns.length(),
+            rows.length()};
+}
+
+void copyArea(const PixelArea& to, const ConstPixelArea& from, const PixelCopy& copy,
+              const raster::PixelRect& limits) noexcept {
+    const PixelCopy part = clipCopy(to, from, copy, limits);
+    for (int32_t y = 0; y < part.height; ++y) {
+        raster::convertPixels(from.row(part.fromY + y), from.firstX + part.fromX, *from.format,
+                              to.row(part.toY + y), to.firstX + part.toX, *to.format, part.width);
     }
 }
 
@@ -55,14 +64,14 @@ bool detachSource(ConstPixelArea& from, PixelCopy& copy, base::Array<uint8_t>& w
     // The rectangle in the source: pixels of the copy that have a source at all.
     const Range columns(copy.fromX, copy.fromX, copy.width, 0, from.width, from.width);
     const Range rows(copy.fromY, copy.fromY, copy.height, 0, from.height, from.height);
-    if (columns.isEmpty() || rows.isEmpty()) {
+    if (columns.length() == 0 || rows.length() == 0) {
         from.width = from.height = 0;
         return true;
     }
     PixelArea duplicate;
     duplicate.format = from.format;
-    duplicate.width = static_cast<int32_t>(columns.end - columns.start);
-    duplicate.height = static_cast<int32_t>(rows.end - rows.start);
+    duplicate.width = columns.length();
+    duplicate.height = rows.length();
     duplicate.stride = (int64_t{duplicate.width} * from.format->bitsPerPixel + 7) / 8;
     work.clear();
     if (!work.resize(static_cast<int>(duplicate.stride * duplicate.height))) return false;
@@ -83,7 +92,8 @@ void fillArea(const PixelArea& area, const raster::PixelRect& rect, uint32_t pac
     if (x1 <= x0) return;
     const int32_t y1 = std::min(rect.y1, area.height);
     for (int32_t y = std::max(rect.y0, 0); y < y1; ++y) {
-        raster::fillPixels(area.row(y), x0, x1 - x0, packed, area.format->bitsPerPixel);
+        raster::fillPixels(area.row(y), area.firstX + x0, x1 - x0, packed,
+                           area.format->bitsPerPixel);
     }
 }
 

@@ -16,11 +16,12 @@ struct BasicPixelArea {
     const raster::PixelFormatDescriptor* format = nullptr;
     int32_t width = 0;
     int32_t height = 0;
+    int32_t firstX = 0;  ///< pixels of a row's first byte before column 0; 0 from 8 bits a pixel up
 
     Byte* row(int32_t y) const noexcept { return lowestRow + y * stride; }
 
     operator BasicPixelArea<const Byte>() const noexcept {
-        return {lowestRow, stride, format, width, height};
+        return {lowestRow, stride, format, width, height, firstX};
     }
 };
 
@@ -33,6 +34,11 @@ struct PixelCopy {
     int32_t fromX, fromY;
     int32_t width, height;
 };
+
+/// The part of the copy that lies in areas of both sizes and in `limits`, a rectangle of the
+/// destination; its width or height is 0 when there is none.
+PixelCopy clipCopy(const PixelArea& to, const ConstPixelArea& from, const PixelCopy& copy,
+                   const raster::PixelRect& limits) noexcept;
 
 /// Copies the part of the rectangle that lies in both areas and in `limits`, a rectangle of the
 /// destination. The areas must not overlap.

@@ -23,8 +23,13 @@ raster::RampOptions optionsOf(const RampKey& key) noexcept {
 
 }  // namespace
 
-RampCache::~RampCache() {
-    for (const Entry& entry : entries_) delete entry.ramp;
+RampCache::~RampCache() { release(); }
+
+void RampCache::release() noexcept {
+    for (Entry& entry : entries_) {
+        delete entry.ramp;
+        entry = Entry();
+    }
 }
 
 const raster::ColorRamp* RampCache::find(const RampStops& stops, const RampKey& key) noexcept {

@@ -35,6 +35,9 @@ public:
     /// it. Valid until the next call. Null when memory runs out.
     const raster::ColorRamp* find(const RampStops& stops, const RampKey& key) noexcept;
 
+    /// Frees the ramps; find() builds them anew.
+    void release() noexcept;
+
     /// How often a ramp was built.
     uint32_t buildCount() const noexcept { return buildCount_; }
 

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "vg/context_table.h"
+#include "vg/mask_values.h"
 
 namespace vg {
 namespace {
@@ -23,10 +24,20 @@ bool Surface::isLinear() const noexcept {
     return format == kLinearArgb || format == kLinearArgb + 1U;
 }
 
+PixelArea Surface::maskArea() noexcept {
+    uint8_t* const lowest = mask.data() + int64_t{height - 1} * width;
+    return {lowest, -int64_t{width}, &maskFormat(), width, height};
+}
+
+const uint8_t* activeMask(const Context& context, const Surface& surface) noexcept {
+    return context.masking && surface.hasMask ? surface.mask.data() : nullptr;
+}
+
 Surface* createSurface(int32_t width, int32_t height, const SurfaceFlags& flags) noexcept {
     auto* surface = new (std::nothrow) Surface;
     if (surface == nullptr) return nullptr;
     surface->format = formatOf(flags);
+    surface->hasMask = flags.alphaMask;
     if (!resizeSurface(surface, width, height)) {
         delete surface;
         return nullptr;
@@ -46,8 +57,12 @@ bool resizeSurface(Surface* surface, int32_t width, int32_t height) noexcept {
     height = std::min(height, kMaxSurfaceDimension);
     const int count = width * height;
     base::Array<uint32_t> pixels;
+    base::Array<uint8_t> mask;
     if (!pixels.reserve(count) || !pixels.resizeZeroed(count)) return false;
+    if (surface->hasMask && (!mask.reserve(count) || !mask.resize(count))) return false;
+    std::fill(mask.begin(), mask.end(), kFullMask);
     surface->pixels.swap(pixels);
+    surface->mask.swap(mask);
     surface->width = width;
     surface->height = height;
     return true;

@@ -7,12 +7,16 @@
 
 namespace vg {
 
+struct Context;
+
 /// Pixel memory that a context draws on, in a 32-bit ARGB format.
 struct Surface {
     int32_t width = 0;
     int32_t height = 0;
-    uint32_t format = 0;           ///< a VGImageFormat code
+    uint32_t format = 0;  ///< a VGImageFormat code
+    bool hasMask = false;
     base::Array<uint32_t> pixels;  ///< rows from the top down
+    base::Array<uint8_t> mask;     ///< a value for each pixel, in their order; empty without one
 
     bool isLinear() const noexcept;  ///< whether the format's colour space is
 
@@ -25,6 +29,12 @@ struct Surface {
         auto* lowest = reinterpret_cast<uint8_t*>(view().row(0));
         return {lowest, int64_t{width} * -4, &descriptor(), width, height};
     }
+
+    /// The mask as pixels of VG_A_8. Precondition: hasMask.
+    PixelArea maskArea() noexcept;
 };
+
+/// What draws on the surface are masked with: null unless masking is on and the surface has a mask.
+const uint8_t* activeMask(const Context& context, const Surface& surface) noexcept;
 
 }  // namespace vg

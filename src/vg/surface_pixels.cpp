@@ -1,5 +1,6 @@
 #include "vg/context.h"
 #include "vg/image_access.h"
+#include "vg/scissored_fill.h"
 #include "vg/surface.h"
 #include "vg/vg.h"
 
@@ -10,14 +11,11 @@ namespace {
 bool copyToSurface(vg::Context& context, const vg::ConstPixelArea& from,
                    const vg::PixelCopy& copy) noexcept {
     const vg::PixelArea to = vg::currentSurface()->area();
-    if (!context.scissoring) {
-        vg::copyArea(to, from, copy, vg::wholeOf(to));
+    const auto copyPart = [&](const vg::raster::PixelRect& rect) noexcept {
+        vg::copyArea(to, from, copy, rect);
         return true;
-    }
-    const vg::raster::Scissor* scissor = context.scissorFor(to.width, to.height);
-    if (scissor == nullptr) return false;
-    for (const auto& rect : *scissor) vg::copyArea(to, from, copy, rect.pixels());
-    return true;
+    };
+    return vg::forEachScissorRect(context, to.width, to.height, copyPart);
 }
 
 }  // namespace

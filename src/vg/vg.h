@@ -19,6 +19,7 @@ using VGHandle = uint32_t;  ///< index in the low 26 bits, context id in the hig
 using VGPath = VGHandle;
 using VGPaint = VGHandle;
 using VGImage = VGHandle;
+using VGMaskLayer = VGHandle;
 
 inline constexpr VGHandle VG_INVALID_HANDLE = 0;
 
@@ -104,6 +105,15 @@ enum VGMatrixMode : VGint {
 };
 
 inline constexpr VGint VG_PATH_FORMAT_STANDARD = 0;
+
+enum VGMaskOperation : VGint {
+    VG_CLEAR_MASK = 0x1500,      ///< 0
+    VG_FILL_MASK = 0x1501,       ///< 1
+    VG_SET_MASK = 0x1502,        ///< the new value
+    VG_UNION_MASK = 0x1503,      ///< 1 - (1 - old) (1 - new)
+    VG_INTERSECT_MASK = 0x1504,  ///< old new
+    VG_SUBTRACT_MASK = 0x1505    ///< old (1 - new)
+};
 
 enum VGPathDatatype : VGint {
     VG_PATH_DATATYPE_S_8 = 0,
@@ -353,12 +363,24 @@ VGPaint vgGetPaint(VGint paintMode);
 void vgSetColor(VGPaint paint, VGuint rgba);
 VGuint vgGetColor(VGPaint paint);
 
+/// Sets the image of a pattern paint; VG_INVALID_HANDLE takes it away, and the paint is its colour.
+void vgPaintPattern(VGPaint paint, VGImage pattern);
+
 // Images: pixel (0, 0) is the lower left one, and the first row of a caller's memory is the lowest.
 // Rectangles are cut at the borders of both sides; colours are converted between the formats.
 
 /// A new image of zero pixels. `allowedQuality` holds bits of VGImageQuality.
 VGImage vgCreateImage(VGint format, VGint width, VGint height, VGbitfield allowedQuality);
 void vgDestroyImage(VGImage image);
+
+/// A new image that shows a rectangle of the parent's pixels and keeps them alive.
+VGImage vgChildImage(VGImage parent, VGint x, VGint y, VGint width, VGint height);
+/// The closest ancestor that has not been destroyed, or the image itself.
+VGImage vgGetParent(VGImage image);
+
+/// Draws the image, one unit of image user space to a pixel, under the image matrix. Nothing is
+/// drawn when a corner comes to lie behind the viewer.
+void vgDrawImage(VGImage image);
 
 /// Fills a rectangle with the clear colour.
 void vgClearImage(VGImage image, VGint x, VGint y, VGint width, VGint height);
@@ -385,3 +407,27 @@ void vgWritePixels(const void* data, VGint dataStride, VGint dataFormat, VGint d
 void vgReadPixels(void* data, VGint dataStride, VGint dataFormat, VGint sx, VGint sy, VGint width,
                   VGint height);
 void vgCopyPixels(VGint dx, VGint dy, VGint sx, VGint sy, VGint width, VGint height);
+
+// Masks: a value in 0..1 for each pixel of a surface that was created with one, all 1 at first. A
+// draw's coverage is scaled by them while VG_MASKING is on. On a surface without a mask these do
+// nothing; they neither respect the scissor nor VG_MASKING.
+
+/// Combines the mask with values that start at the lower left corner of a mask layer or an image:
+/// an image's alpha, or its red or grey where it has none. VG_CLEAR_MASK and VG_FILL_MASK take no
+/// values.
+void vgMask(VGHandle mask, VGint operation, VGint x, VGint y, VGint width, VGint height);
+
+/// Combines the whole mask with the coverage of a path: of its fill, then of its stroke. Drawn with
+/// the state of the context, the scissor included, but for paints, blending and masking.
+void vgRenderToMask(VGPath path, VGbitfield paintModes, VGint operation);
+
+/// A new mask layer of ones; VG_INVALID_HANDLE on a surface without a mask.
+VGMaskLayer vgCreateMaskLayer(VGint width, VGint height);
+void vgDestroyMaskLayer(VGMaskLayer layer);
+
+/// Sets a rectangle, which must lie in the layer, to a value.
+void vgFillMaskLayer(VGMaskLayer layer, VGint x, VGint y, VGint width, VGint height, VGfloat value);
+
+/// Copies a rectangle of the surface's mask to the layer.
+void vgCopyMask(VGMaskLayer layer, VGint dx, VGint dy, VGint sx, VGint sy, VGint width,
+                VGint height);

@@ -14,9 +14,9 @@ namespace vg {
 
 /// A new context, current on a new surface of zero pixels, for the length of one test.
 struct EngineFixture : testing::Test {
-    explicit EngineFixture(int32_t width = 16, int32_t height = 16)
-        : context(createContext(nullptr)),
-          surface(createSurface(width, height, {.premultiplied = true})) {
+    explicit EngineFixture(int32_t width = 16, int32_t height = 16,
+                           const SurfaceFlags& flags = {.premultiplied = true})
+        : context(createContext(nullptr)), surface(createSurface(width, height, flags)) {
         if (context == nullptr || surface == nullptr) throw std::bad_alloc();
         makeCurrent(context, surface);
     }

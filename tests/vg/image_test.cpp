@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <random>
 #include <vector>
@@ -251,20 +252,58 @@ TEST_F(SurfacePixels, AreWrittenAndClearedWithinTheScissor) {
     EXPECT_EQ(vgGetError(), VG_NO_ERROR);
 }
 
-TEST(SurfaceFormats, ClearStoresTheColorOfTheFormat) {
+struct SurfaceFormatCase {
+    SurfaceFlags flags;
+    uint32_t cleared;  ///< orange at half opacity
+};
+const SurfaceFormatCase kSurfaceFormats[] = {
+    {{}, 0x80FF8000},
+    {{.premultiplied = true}, 0x80804000},
+    {{.linear = true}, 0x80FF3700},
+    {{.linear = true, .premultiplied = true}, 0x80801B00},
+    {{.alphaMask = true}, 0x80FF8000},
+    {{.linear = true, .alphaMask = true, .premultiplied = true}, 0x80801B00},
+};
+
+int largestDifference(uint32_t a, uint32_t b) {
+    int largest = 0;
+    for (int shift = 0; shift < 32; shift += 8) {
+        const int difference =
+            static_cast<int>(a >> shift & 255) - static_cast<int>(b >> shift & 255);
+        largest = std::max(largest, std::abs(difference));
+    }
+    return largest;
+}
+
+TEST(SurfaceFormats, KeepTheColorsOfClearsAndCopies) {
     Context* context = createContext(nullptr);
-    const struct {
-        SurfaceFlags flags;
-        uint32_t pixel;
-    } cases[] = {
-        {{}, 0x80FF8000}, {{.premultiplied = true}, 0x80804000}, {{.linear = true}, 0x80FF3700}};
-    for (const auto& c : cases) {
-        Surface* surface = createSurface(3, 3, c.flags);
+    for (const SurfaceFormatCase& c : kSurfaceFormats) {
+        Surface* surface = createSurface(5, 4, c.flags);
+        SCOPED_TRACE(testing::Message() << std::hex << surfaceFormat(surface));
         ASSERT_TRUE(makeCurrent(context, surface));
         const VGfloat orange[] = {1.0F, 0.5F, 0.0F, 0.5F};
         vgSetfv(VG_CLEAR_COLOR, 4, orange);
         vgClear(0, 0, 3, 3);
-        EXPECT_EQ(surface->pixels[4], c.pixel);
+        EXPECT_LE(largestDifference(surface->view().row(2)[2], c.cleared), 1);
+        EXPECT_EQ(surface->view().row(3)[2], 0U);
+        uint32_t word = 0;
+        vgReadPixels(&word, 4, VG_sRGBA_8888, 1, 1, 1, 1);
+        EXPECT_LE(largestDifference(word, 0xFF800080), 1) << std::hex << word;
+
+        // In through an image and out through another, in other formats than the surface's.
+        const uint32_t colors[] = {0xFFFF8040, 0x80C0FFA0, 0x00000000};
+        const VGImage from = makeImage(VG_sBGRA_8888, 3, 1);
+        const VGImage to = makeImage(VG_lARGB_8888, 3, 1);
+        vgImageSubData(from, colors, 12, VG_sARGB_8888, 0, 0, 3, 1);
+        vgSetPixels(1, 3, from, 0, 0, 3, 1);
+        vgCopyPixels(0, 0, 1, 3, 3, 1);
+        vgGetPixels(to, 0, 0, 0, 0, 3, 1);
+        const auto words = contents(to, 3, 1);
+        for (size_t i = 0; i < 3; ++i) {
+            EXPECT_LE(largestDifference(words[i], colors[i]), 3) << std::hex << words[i];
+        }
+        EXPECT_EQ(surface->mask.count(), c.flags.alphaMask ? 20 : 0);
+        EXPECT_EQ(vgGetError(), VG_NO_ERROR);
         destroySurface(surface);
     }
     destroyContext(context);

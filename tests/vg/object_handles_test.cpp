@@ -36,6 +36,17 @@ TEST_F(Handles, FindTheirObjectByContextAndKind) {
     }
 }
 
+TEST_F(Handles, OfPathsAndImagesCountWhileTheyCanBeReferredTo) {
+    for (const ObjectKind kind : {ObjectKind::kPath, ObjectKind::kImage, ObjectKind::kPaint}) {
+        const VGHandle handle = add(kind);
+        Object* object = table.find(handle, kContextId, kind);
+        object->references = 0xFFFFFFFF;
+        EXPECT_EQ(table.find(handle, kContextId, kind) != nullptr, kind == ObjectKind::kPaint);
+        object->references = 1;
+        EXPECT_EQ(table.find(handle, kContextId, kind), object);
+    }
+}
+
 TEST_F(Handles, FreedEntriesComeBackLastFreedFirst) {
     std::vector<VGHandle> handles;
     for (int i = 0; i < 1000; ++i) handles.push_back(add());

@@ -82,7 +82,9 @@ struct FillParams {
     /// One byte a pixel, in the surface's row order; scales coverage. Null: no masking.
     const uint8_t* mask = nullptr;
     ImageMode imageMode = ImageMode::kNone;  ///< how `image` goes with the paint
-    TextureParams image;                     ///< of an image draw
+    /// Of an image draw. Its colour transform applies to the colours drawn: under kMultiply to the
+    /// product, with none on the paint; a stencil has none, and the paint's counts.
+    TextureParams image;
 };
 
 }  // namespace vg::raster

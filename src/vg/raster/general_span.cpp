@@ -67,6 +67,7 @@ public:
         sampleTexture(general_.image, x, y, count, image_);
         if (general_.imageMode != ImageMode::kMultiply) return;
         for (int32_t i = 0; i < count; ++i) paint_[i] = multiplied(paint_[i], image_[i]);
+        if (general_.transformsProduct) transformColors(general_.image, paint_, count);
     }
 
     /// Pixel i of the part over d, by coverage 0..256.

@@ -85,7 +85,7 @@ uint32_t fetch(const SampleRequest& request, const PixelFormatDescriptor& format
         y = tileCoordinate(y, image.height, image.heightLog2, request.tiling);
     }
     const uint8_t* row = image.pixels + int64_t{y} * image.stride;
-    return Storage::unpack(loadPixel<Storage::kBits>(row, x), format);
+    return Storage::unpack(loadPixel<Storage::kBits>(row, image.firstX + x), format);
 }
 
 /// The mean of the texels around (x, y) to (x + 1, y + 1), weights in 1/256 of the second.

@@ -23,6 +23,7 @@ struct SampledImage {
     uint32_t format = 0;    ///< a VGImageFormat code with a descriptor
     int32_t widthLog2 = 0;  ///< or kNoPowerOfTwo
     int32_t heightLog2 = 0;
+    int32_t firstX = 0;  ///< pixels of a row's first byte before texel 0; 0 from 8 bits a pixel up
 };
 
 /// log2 of a side, or SampledImage::kNoPowerOfTwo. Precondition: side >= 1.

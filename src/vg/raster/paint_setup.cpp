@@ -93,10 +93,11 @@ private:
         general.blend = blendOperator(blendColumnOf(params_.blendMode));
         if (params_.blendMode == kBlendClear || !combinesImage(params_.imageMode)) return;
         general.imageMode = params_.imageMode;
+        const bool isProduct = params_.imageMode == ImageMode::kMultiply;
         setupTexture(params_.image, format_,
-                     params_.imageMode == ImageMode::kMultiply ? TextureForm::kPlain
-                                                               : TextureForm::kPremultiplied,
-                     general.image);
+                     isProduct ? TextureForm::kPlain : TextureForm::kPremultiplied, general.image);
+        general.transformsProduct = isProduct && general.image.isTransformed;
+        if (isProduct) general.image.isTransformed = false;
     }
 
     const FillParams& params_;

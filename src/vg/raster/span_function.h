@@ -15,6 +15,7 @@ using BlendOperator = uint32_t (*)(uint32_t s, uint32_t d) noexcept;
 struct GeneralBlend {
     ImageMode imageMode = ImageMode::kNone;  ///< kNone, kMultiply or kStencil
     bool isPremultiplied = false;            ///< the surface is
+    bool transformsProduct = false;  ///< whether the image's colour transform is for the product
     BlendOperator blend = nullptr;
     TextureState image;  ///< of an image draw: plain to multiply, premultiplied as a stencil
 };

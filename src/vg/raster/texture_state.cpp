@@ -207,6 +207,10 @@ void sampleTexture(const TextureState& state, int32_t x, int32_t y, int32_t coun
     }
 }
 
+void transformColors(const TextureState& state, uint32_t* pixels, int32_t count) noexcept {
+    for (int32_t i = 0; i < count; ++i) pixels[i] = transformed(pixels[i], state.transform);
+}
+
 bool isDirectCopy(const TextureParams& params, uint32_t surfaceFormat) noexcept {
     return params.tiling == TilingMode::kRepeat && params.image.format == surfaceFormat &&
            !params.colorTransformEnabled && isIdentity(params.surfaceToTexture);

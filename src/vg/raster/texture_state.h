@@ -34,6 +34,9 @@ void setupTexture(const TextureParams& params, uint32_t surfaceFormat, TextureFo
 void sampleTexture(const TextureState& state, int32_t x, int32_t y, int32_t count,
                    uint32_t* pixels) noexcept;
 
+/// Applies the colour transform of the state to plain pixels.
+void transformColors(const TextureState& state, uint32_t* pixels, int32_t count) noexcept;
+
 /// The texel of pixel (0, 0), inside the image, where pixels are copies of texels: pixel (x, y) is
 /// texel (x + texelX, y + texelY), wrapped around.
 struct DirectTexel {

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "vg/vg.h"
+
+namespace vg {
+
+struct Context;
+struct Path;
+struct Surface;
+
+/// Draws the path with the context's paints on a surface that need not be the current one.
+/// Precondition: the modes are VG_FILL_PATH, VG_STROKE_PATH or both. False when memory runs out,
+/// with the surface drawn on in part.
+[[nodiscard]] bool drawPath(Context& context, Surface& surface, Path& path,
+                            VGbitfield paintModes) noexcept;
+
+}  // namespace vg
