@@ -12,21 +12,23 @@ namespace {
 
 /// A size attribute of the outermost element, and what the log hears when it gives no pixels.
 struct SizeAttribute {
-    const char* name;
+    AttributeId attribute;
     LengthAxis axis;
     const char* missing;
     const char* relative;
 };
 
 constexpr SizeAttribute kWidth = {
-    "width", LengthAxis::kHorizontal, "Outermost <svg> element doesn't have a 'width' attribute",
+    AttributeId::kWidth, LengthAxis::kHorizontal,
+    "Outermost <svg> element doesn't have a 'width' attribute",
     "Outermost <svg> element has a 'width' attribute specified in relative coordinates units"};
 constexpr SizeAttribute kHeight = {
-    "height", LengthAxis::kVertical, "Outermost <svg> element doesn't have an 'height' attribute",
+    AttributeId::kHeight, LengthAxis::kVertical,
+    "Outermost <svg> element doesn't have an 'height' attribute",
     "Outermost <svg> element has an 'height' attribute specified in relative coordinates units"};
 
 float pixelsOf(const Document& document, const SizeAttribute& size) noexcept {
-    const char* text = document.root().attribute(size.name);
+    const char* text = document.root().attribute(size.attribute);
     const SvgLength length = text != nullptr ? parseLength(text) : SvgLength{};
     if (text == nullptr || length.isRelative()) {
         document.screen.log(text == nullptr ? size.missing : size.relative);
@@ -52,6 +54,7 @@ Status Document::load(const char* xmlText) noexcept {
     delete root_;
     root_ = nullptr;
     ids.clear();
+    arena.clear();
     if (const Status status = parse(xmlText); status != Status::kOk) return status;
     if (const Status status = buildTree(); status != Status::kOk) return status;
     viewport = outermostViewport();

@@ -50,7 +50,7 @@ Status SvgGradient::buildPaint(Traversal& /*traversal*/, SvgShape& shape, bool f
         return Status::kOk;
     }
     if (const Status status = createPaint(); status != Status::kOk) return status;
-    setPaintMatrix(shape.pathBounds());
+    setPaintMatrix(shape);
     if (const Status status = sendStops(); status != Status::kOk) return status;
     vgSetPaint(paint_, forFill ? VG_FILL_PATH : VG_STROKE_PATH);
     isUsable = true;
@@ -74,9 +74,10 @@ Status SvgGradient::createPaint() noexcept {
     return status;
 }
 
-void SvgGradient::setPaintMatrix(const Box& shapeBounds) noexcept {
+void SvgGradient::setPaintMatrix(SvgShape& shape) noexcept {
     paintMatrix_ = gradientTransform;
     if (gradientUnits == GradientUnits::kUserSpaceOnUse) return;
+    const Box& shapeBounds = shape.pathBounds();
     const float width = base::finite(shapeBounds.maxX - shapeBounds.minX);
     const float height = base::finite(shapeBounds.maxY - shapeBounds.minY);
     paintMatrix_ = SvgMatrix::translation(shapeBounds.minX, shapeBounds.minY) *

@@ -33,7 +33,7 @@ void resolveServer(const SvgDocument& document, SvgPaint& paint) noexcept {
 
 /// The node's `color` unless it is absent or inherits.
 const char* ownColor(const SvgNode& node) noexcept {
-    const char* color = node.attribute("color");
+    const char* color = node.attribute(AttributeId::kColor);
     return color != nullptr && !TextCursor(color).beginsWith("inherit") ? color : nullptr;
 }
 
@@ -134,7 +134,8 @@ const char* Traversal::inheritedColor() noexcept {
     int known = levels_.count() - 1;
     while (levels_[known].color == nullptr) {
         const SvgNode* node = levels_[known].node;
-        levels_[known].color = known == 0 ? lookupInherited(node, "color") : ownColor(*node);
+        levels_[known].color =
+            known == 0 ? lookupInherited(node, AttributeId::kColor) : ownColor(*node);
         if (levels_[known].color == nullptr) --known;
     }
     const char* color = levels_[known].color;

@@ -2,69 +2,73 @@
 
 #include <tinyxml2.h>
 
-#include <algorithm>
-#include <array>
-#include <string_view>
+#include <cstring>
+
+#include "svg/style_declarations.h"
 
 namespace quor {
-namespace {
 
-constexpr int kIdCount = static_cast<int>(AttributeId::kCount);
-constexpr int kSlotCount = 256;
+/// A table in the making: an entry for each id, valid where `present` has the bit.
+class AttributeCollector {
+public:
+    void addAttributes(const tinyxml2::XMLElement& element) noexcept {
+        for (const auto* attribute = element.FirstAttribute(); attribute != nullptr;
+             attribute = attribute->Next()) {
+            add(attribute->Name(), {nullptr, attribute});
+        }
+    }
 
-// clang-format off
-constexpr std::array<std::string_view, kIdCount> kNames = {  // in the order of AttributeId
-    "display", "visibility", "transform", "fill", "fill-opacity", "fill-rule", "stroke",
-    "stroke-opacity", "stroke-width", "stroke-linecap", "stroke-linejoin", "stroke-miterlimit",
-    "stroke-dashoffset", "stroke-dasharray", "vector-effect",
-    "style", "id", "xml:id", "xlink:href",
-    "x", "y", "width", "height", "viewBox", "preserveAspectRatio",
-    "x1", "y1", "x2", "y2", "cx", "cy", "fx", "fy", "r",
-    "gradientTransform", "gradientUnits", "spreadMethod", "offset",
+    /// Adds what the `style` attribute declares. False when memory runs out.
+    bool addDeclarations(base::Arena& arena) noexcept {
+        const AttributeId style = AttributeId::kStyle;
+        if ((present_ & AttributeTable::bitOf(style)) == 0) return true;
+        const char* text = AttributeTable::textOf(found_[static_cast<int>(style)]);
+        const size_t size = std::strlen(text) + 1;
+        auto* copy = static_cast<char*>(arena.allocate(size));
+        if (copy == nullptr) return false;
+        std::memcpy(copy, text, size);
+        StyleDeclarations declarations(copy);
+        while (declarations.next()) add(declarations.name(), {declarations.value(), nullptr});
+        return true;
+    }
+
+    bool store(AttributeTable& table, base::Arena& arena) const noexcept {
+        Entry* entries = nullptr;
+        if (present_ != 0) {
+            const auto count = static_cast<size_t>(std::popcount(present_));
+            entries = static_cast<Entry*>(arena.allocate(sizeof(Entry) * count));
+            if (entries == nullptr) return false;
+        }
+        table.present_ = present_;
+        table.entries_ = entries;
+        for (uint64_t left = present_; left != 0; left &= left - 1) {
+            *entries++ = found_[std::countr_zero(left)];
+        }
+        return true;
+    }
+
+private:
+    using Entry = AttributeTable::Entry;
+
+    void add(std::string_view name, const Entry& entry) noexcept {
+        const AttributeId id = findAttributeId(name);
+        if (id == AttributeId::kCount) return;
+        present_ |= AttributeTable::bitOf(id);
+        found_[static_cast<int>(id)] = entry;
+    }
+
+    uint64_t present_ = 0;
+    Entry found_[kAttributeCount];
 };
-// clang-format on
-static_assert(std::find(kNames.begin(), kNames.end(), "") == kNames.end());
 
-/// A perfect hash: the weights were chosen so that no two of the names share a slot.
-/// Precondition: the name is not empty.
-constexpr size_t slotOf(std::string_view name) noexcept {
-    const auto code = [](char c) { return static_cast<size_t>(static_cast<unsigned char>(c)); };
-    return (name.size() + code(name.front()) + code(name.back()) * 2 +
-            code(name[name.size() / 2]) * 5) %
-           kSlotCount;
+bool AttributeTable::read(const tinyxml2::XMLElement& element, base::Arena& arena) noexcept {
+    AttributeCollector collector;
+    collector.addAttributes(element);
+    return collector.addDeclarations(arena) && collector.store(*this, arena);
 }
 
-constexpr uint8_t kFreeSlot = kIdCount;
-
-/// The id of the name in each slot.
-constexpr std::array<uint8_t, kSlotCount> kSlots = [] {
-    std::array<uint8_t, kSlotCount> slots{};
-    slots.fill(kFreeSlot);
-    for (size_t id = 0; id < kNames.size(); ++id) {
-        slots[slotOf(kNames[id])] = static_cast<uint8_t>(id);
-    }
-    return slots;
-}();
-
-static_assert(std::count(kSlots.begin(), kSlots.end(), kFreeSlot) == kSlotCount - kIdCount,
-              "two names share a slot");
-
-/// The index of a known attribute, else kIdCount.
-int indexOf(std::string_view name) noexcept {
-    if (name.empty()) return kIdCount;
-    const uint8_t index = kSlots[slotOf(name)];
-    return index != kFreeSlot && kNames[index] == name ? index : kIdCount;
-}
-
-}  // namespace
-
-void AttributeTable::read(const tinyxml2::XMLElement& element) noexcept {
-    std::fill(std::begin(values_), std::end(values_), nullptr);
-    for (const tinyxml2::XMLAttribute* attribute = element.FirstAttribute(); attribute != nullptr;
-         attribute = attribute->Next()) {
-        const int index = indexOf(attribute->Name());
-        if (index != kIdCount) values_[index] = attribute->Value();
-    }
+const char* AttributeTable::textOf(const Entry& entry) noexcept {
+    return entry.declared != nullptr ? entry.declared : entry.attribute->Value();
 }
 
 }  // namespace quor

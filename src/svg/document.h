@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/arena.h"
 #include "base/array.h"
 #include "svg/id_registry.h"
 #include "svg/path_data.h"
@@ -15,7 +16,7 @@ struct ScreenParameters {
     void (*log)(const char* message) = nullptr;  ///< never null once the library is initialised
 };
 
-/// What the nodes of one tree share: the screen, the ids and work buffers.
+/// What the nodes of one tree share: the screen, their memory, the ids and work buffers.
 class SvgDocument {
 public:
     explicit SvgDocument(const ScreenParameters& screenParameters) noexcept;
@@ -25,10 +26,10 @@ public:
 
     const ScreenParameters& screen;
     Rect initialViewport;  ///< 0, 0, screen width, screen height
+    base::Arena arena;     ///< of the nodes and what lives as long as they do
     IdRegistry ids;
     PathData pathData;
     base::Array<float> numbers;
-    base::Array<char> styleText;
 };
 
 }  // namespace quor

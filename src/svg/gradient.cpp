@@ -1,8 +1,8 @@
 #include "svg/gradient.h"
 
 #include <algorithm>
-#include <cstring>
 #include <initializer_list>
+#include <string_view>
 
 #include "base/finite.h"
 #include "svg/number.h"
@@ -20,7 +20,7 @@ SvgLength lengthOf(const char* text) noexcept {
 
 template <class Value>
 struct Keyword {
-    const char* text;
+    std::string_view text;
     Value value;
 };
 
@@ -31,7 +31,7 @@ bool readKeyword(const char* text, std::initializer_list<Keyword<Value>> keyword
                  Value& value) noexcept {
     if (text == nullptr) return false;
     for (const Keyword<Value>& keyword : keywords) {
-        if (std::strncmp(text, keyword.text, std::strlen(keyword.text)) != 0) continue;
+        if (!beginsWith(text, keyword.text)) continue;
         value = keyword.value;
         return true;
     }
@@ -55,21 +55,21 @@ bool isInherit(const char* text) noexcept { return TextCursor(text).beginsWith("
 
 /// The value of the property at the node, "inherit" replaced by what the parent has; null when
 /// absent. Clears `isOwn` when the value came from elsewhere.
-const char* specifiedValue(const SvgNode& node, const char* property, bool& isOwn) noexcept {
+const char* specifiedValue(const SvgNode& node, AttributeId property, bool& isOwn) noexcept {
     const char* text = node.attribute(property);
     if (text == nullptr || !isInherit(text)) return text;
     isOwn = false;
     return lookupInherited(node.parent(), property);
 }
 
-ResolvedColor resolveColor(const SvgNode& node, const char* colorProperty,
-                           const char* opacityProperty) noexcept {
+ResolvedColor resolveColor(const SvgNode& node, AttributeId colorProperty,
+                           AttributeId opacityProperty) noexcept {
     ResolvedColor resolved;
     resolved.isFinal = true;
     const char* color = specifiedValue(node, colorProperty, resolved.isFinal);
     if (color != nullptr && TextCursor(color).beginsWith("currentColor")) {
         resolved.isFinal = false;
-        color = lookupInherited(&node, "color");
+        color = lookupInherited(&node, AttributeId::kColor);
     }
     if (color != nullptr) resolved.color = parseColor(color);
     const char* opacity = specifiedValue(node, opacityProperty, resolved.isFinal);
@@ -127,12 +127,14 @@ Status SvgStop::parseAttributes(const AttributeTable& attributes) noexcept {
 }
 
 const ResolvedColor& SvgStop::resolvedColor() noexcept {
-    if (!resolved_.isFinal) resolved_ = resolveColor(*this, "stop-color", "stop-opacity");
+    if (!resolved_.isFinal)
+        resolved_ = resolveColor(*this, AttributeId::kStopColor, AttributeId::kStopOpacity);
     return resolved_;
 }
 
 const ResolvedColor& SvgSolidColor::resolvedColor() noexcept {
-    if (!resolved_.isFinal) resolved_ = resolveColor(*this, "solid-color", "solid-opacity");
+    if (!resolved_.isFinal)
+        resolved_ = resolveColor(*this, AttributeId::kSolidColor, AttributeId::kSolidOpacity);
     return resolved_;
 }
 

@@ -61,7 +61,7 @@ private:
 
     Status createPaint() noexcept;
     Status sendStops() noexcept;
-    void setPaintMatrix(const Box& shapeBounds) noexcept;
+    void setPaintMatrix(SvgShape& shape) noexcept;
 
     SvgGradient* referenced_ = nullptr;
     bool isReferenceResolved_ = false;

@@ -1,7 +1,5 @@
 // What a gradient takes over from the gradients that it refers to.
 
-#include <algorithm>
-
 #include "svg/gradient.h"
 #include "svg/node_factory.h"
 
@@ -60,8 +58,10 @@ void SvgGradient::inheritFrom(const SvgGradient& other) noexcept {
 }
 
 bool SvgGradient::hasStops() const noexcept {
-    return std::any_of(children_.begin(), children_.end(),
-                       [](const SvgNode* child) { return child->kind() == SvgNodeKind::kStop; });
+    for (const SvgNode* child : children_) {
+        if (child->kind() == SvgNodeKind::kStop) return true;
+    }
+    return false;
 }
 
 void SvgLinearGradient::inheritGeometry(const SvgGradient& other) noexcept {

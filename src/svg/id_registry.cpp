@@ -149,6 +149,7 @@ SvgNode* IdRegistry::find(const char* id, size_t length) const noexcept {
 }
 
 void IdRegistry::clear() noexcept {
+    if (count_ == 0) return;
     const int capacity = entries_.count();
     entries_.clear();
     (void)entries_.resizeZeroed(capacity);  // within the capacity: does not fail

@@ -1,7 +1,5 @@
 #include "svg/node.h"
 
-#include <tinyxml2.h>
-
 #include "svg/document.h"
 #include "svg/presentation_table.h"
 #include "svg/style_attribute.h"
@@ -11,7 +9,16 @@ namespace quor {
 
 // Trees are no deeper than the XML library lets elements nest, so the recursion is bounded.
 SvgNode::~SvgNode() {
-    for (SvgNode* child : children_) delete child;
+    SvgNode* next = nullptr;
+    for (SvgNode* child = children_.first_; child != nullptr; child = next) {
+        next = child->nextSibling_;
+        delete child;
+    }
+}
+
+Status SvgNode::readAttributes(const tinyxml2::XMLElement& element) noexcept {
+    if (!attributes_.read(element, document_.arena)) return Status::kOutOfMemory;
+    return parseAttributes(attributes_);
 }
 
 Status SvgNode::parseAttributes(const AttributeTable& attributes) noexcept {
@@ -19,21 +26,15 @@ Status SvgNode::parseAttributes(const AttributeTable& attributes) noexcept {
     return readPresentationAttributes(attributes, lengths, style_, dashes_, transform_);
 }
 
-const char* SvgNode::attribute(const char* name) const noexcept { return element_.Attribute(name); }
-
 const char* SvgNode::id() const noexcept {
-    const char* plain = attribute("id");
-    return plain != nullptr ? plain : attribute("xml:id");
+    const char* plain = attribute(AttributeId::kId);
+    return plain != nullptr ? plain : attribute(AttributeId::kXmlId);
 }
 
-Status SvgNode::reserveChildren(int count) noexcept {
-    return children_.reserve(count) ? Status::kOk : Status::kOutOfMemory;
-}
-
-Status SvgNode::appendChild(SvgNode* child) noexcept {
-    if (!children_.push(child)) return Status::kOutOfMemory;
+void SvgNode::appendChild(SvgNode* child) noexcept {
+    SvgNode*& link = children_.isEmpty() ? children_.first_ : children_.last_->nextSibling_;
+    link = children_.last_ = child;
     child->setParent(this);
-    return Status::kOk;
 }
 
 const Rect& SvgNode::lengthViewport() const noexcept {
@@ -43,12 +44,12 @@ const Rect& SvgNode::lengthViewport() const noexcept {
     return own != nullptr ? *own : document_.initialViewport;
 }
 
-const char* lookupInherited(const SvgNode* node, const char* property) noexcept {
+const char* lookupInherited(const SvgNode* node, AttributeId property) noexcept {
     for (; node != nullptr; node = node->parent()) {
         const char* value = node->attribute(property);
         if (value != nullptr && !TextCursor(value).beginsWith("inherit")) return value;
     }
-    return initialPropertyValue(property);
+    return initialPropertyValue(attributeName(property));
 }
 
 }  // namespace quor

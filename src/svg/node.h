@@ -1,10 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
+#include "base/arena.h"
 #include "base/array.h"
 #include "svg/attribute_table.h"
 #include "svg/matrix.h"
+#include "svg/node_list.h"
 #include "svg/rect.h"
 #include "svg/status.h"
 #include "svg/style.h"
@@ -40,16 +43,23 @@ enum class SvgNodeKind : uint8_t {
 
 /// A node of the element tree; also the class of every element without one of its own.
 ///
-/// A node owns its children and points into the texts of its XML element, so the XML document
-/// outlives the tree. draw(), bounds(), contentBounds() and paint() are the drawing side of a
-/// node: they are declared here and defined beside the traversal.
+/// A node owns its children, lives in its document's arena and points into the texts of its XML
+/// element, so the XML document and the arena outlive the tree. draw(), bounds(), contentBounds()
+/// and paint() are the drawing side of a node: they are declared here and defined beside the
+/// traversal.
 class SvgNode {
 public:
-    SvgNode(SvgDocument& document, tinyxml2::XMLElement& element, SvgNodeKind kind) noexcept
-        : document_(document), element_(element), kind_(kind) {}
+    SvgNode(SvgDocument& document, SvgNodeKind kind) noexcept : document_(document), kind_(kind) {}
     SvgNode(const SvgNode&) = delete;
     SvgNode& operator=(const SvgNode&) = delete;
     virtual ~SvgNode();
+
+    /// Null when memory runs out. Deleting a node destroys it; the memory stays with the arena.
+    static void* operator new(size_t size, base::Arena& arena) noexcept {
+        return arena.allocate(size);
+    }
+    static void operator delete(void* /*memory*/) noexcept {}
+    static void operator delete(void* /*memory*/, base::Arena& /*arena*/) noexcept {}
 
     /// The area of its own coordinate system that the node shows; null for all but `svg`.
     virtual const Rect* viewport() const noexcept { return nullptr; }
@@ -63,6 +73,9 @@ public:
     /// The node's box in the coordinates of the bottom of the transform stack.
     virtual Status bounds(Traversal& traversal, Box& box) noexcept;
 
+    /// Looks at the element's attributes and reads those that are needed before a draw.
+    Status readAttributes(const tinyxml2::XMLElement& element) noexcept;
+
     /// Reads the node's attributes while the tree is built.
     virtual Status parseAttributes(const AttributeTable& attributes) noexcept;
 
@@ -75,22 +88,22 @@ public:
     SvgNode* parent() const noexcept { return parent_; }
     /// A `use` re-points its target's parent to itself while it draws it.
     void setParent(SvgNode* parent) noexcept { parent_ = parent; }
-    const base::Array<SvgNode*>& children() const noexcept { return children_; }
+    const SvgNodeList& children() const noexcept { return children_; }
+    /// The next child of the parent in whose list the node is; null after the last.
+    SvgNode* nextSibling() const noexcept { return nextSibling_; }
     SvgDocument& document() const noexcept { return document_; }
     const SvgMatrix& transform() const noexcept { return transform_; }
     SvgStyle& style() noexcept { return style_; }
     const SvgStyle& style() const noexcept { return style_; }
     SvgNodeKind kind() const noexcept { return kind_; }
 
-    /// The value of the named attribute (after `style` was expanded), or null.
-    const char* attribute(const char* name) const noexcept;
+    /// The value of the attribute, declarations of `style` included, or null.
+    const char* attribute(AttributeId id) const noexcept { return attributes_[id]; }
     /// The value of `id`, else of `xml:id`, else null.
     const char* id() const noexcept;
 
-    /// Makes room for exactly `count` children.
-    Status reserveChildren(int count) noexcept;
-    /// Takes ownership of the child, unless memory runs out.
-    Status appendChild(SvgNode* child) noexcept;
+    /// Takes ownership of a child that is in no list.
+    void appendChild(SvgNode* child) noexcept;
 
     /// The viewport record of the nearest `svg` at or above the node when it is set, else the
     /// screen: what geometry and gradient lengths refer to.
@@ -99,16 +112,22 @@ public:
 protected:
     SvgDocument& document_;
     SvgNode* parent_ = nullptr;
-    base::Array<SvgNode*> children_;
+    SvgNode* nextSibling_ = nullptr;
+    SvgNodeList children_;
+    AttributeTable attributes_;
     SvgMatrix transform_;
     SvgStyle style_;
     base::Array<float> dashes_;  ///< the values of style_.strokeDashArray
-    tinyxml2::XMLElement& element_;
     SvgNodeKind kind_;
 };
 
+inline SvgNodeList::Iterator& SvgNodeList::Iterator::operator++() noexcept {
+    node_ = node_->nextSibling();
+    return *this;
+}
+
 /// The first value of the property at or above the node that does not begin with "inherit"; else
-/// the initial value of the property; null for an unknown property.
-const char* lookupInherited(const SvgNode* node, const char* property) noexcept;
+/// the initial value of the property; null for an attribute that is no property.
+const char* lookupInherited(const SvgNode* node, AttributeId property) noexcept;
 
 }  // namespace quor

@@ -6,14 +6,13 @@
 #include <cstring>
 #include <iterator>
 #include <memory>
-#include <new>
 #include <string_view>
 
 #include "svg/containers.h"
 #include "svg/document.h"
 #include "svg/gradient.h"
 #include "svg/shapes.h"
-#include "svg/style_attribute.h"
+#include "svg/text_cursor.h"
 
 namespace quor {
 
@@ -22,11 +21,11 @@ namespace {
 using tinyxml2::XMLElement;
 
 /// Makes the bare node of an element; null when memory runs out.
-using Maker = SvgNode* (*)(SvgDocument& document, XMLElement& element) noexcept;
+using Maker = SvgNode* (*)(SvgDocument& document) noexcept;
 
 template <class Node, SvgNodeKind kKind>
-SvgNode* make(SvgDocument& document, XMLElement& element) noexcept {
-    return new (std::nothrow) Node(document, element, kKind);
+SvgNode* make(SvgDocument& document) noexcept {
+    return new (document.arena) Node(document, kKind);
 }
 
 constexpr Maker kDropped = nullptr;
@@ -81,41 +80,18 @@ Maker findMaker(const char* name) noexcept {
     for (size_t i = kFirstRule[static_cast<uint8_t>(letter)]; i < kRuleCount; ++i) {
         const std::string_view keyword = kRules[i].keyword;
         if (keyword[0] != letter) break;
-        if (std::strncmp(name, keyword.data(), keyword.size()) == 0) return kRules[i].maker;
+        if (beginsWith(name, keyword)) return kRules[i].maker;
     }
     return make<SvgNode, SvgNodeKind::kGeneric>;
-}
-
-/// Reads the element's attributes, those that its `style` declares included.
-Status readAttributes(XMLElement& element, SvgNode& node, AttributeTable& attributes) noexcept {
-    attributes.read(element);
-    if (const char* style = attributes[AttributeId::kStyle]) {
-        const Status status = expandStyleAttribute(element, style, node.document().styleText);
-        if (status != Status::kOk) return status;
-        attributes.read(element);
-    }
-    return node.parseAttributes(attributes);
-}
-
-int childElementCount(const XMLElement& element) noexcept {
-    int count = 0;
-    for (const XMLElement* child = element.FirstChildElement(); child != nullptr;
-         child = child->NextSiblingElement()) {
-        ++count;
-    }
-    return count;
 }
 
 Status appendChildren(XMLElement& element, SvgNode& node) noexcept {
     for (XMLElement* childElement = element.FirstChildElement(); childElement != nullptr;
          childElement = childElement->NextSiblingElement()) {
         SvgNode* child = nullptr;
-        Status status = buildNode(node.document(), *childElement, child);
-        if (status == Status::kOk && child != nullptr) {
-            status = node.appendChild(child);
-            if (status != Status::kOk) delete child;
-        }
+        const Status status = buildNode(node.document(), *childElement, child);
         if (status != Status::kOk) return status;
+        if (child != nullptr) node.appendChild(child);
     }
     return Status::kOk;
 }
@@ -123,15 +99,10 @@ Status appendChildren(XMLElement& element, SvgNode& node) noexcept {
 /// Fills a bare node. Its id comes last, so that of two elements with one id, the one that ends
 /// later is found.
 Status fillNode(XMLElement& element, SvgNode& node) noexcept {
-    Status status = node.reserveChildren(childElementCount(element));
+    Status status = node.readAttributes(element);
+    if (status == Status::kOk) status = appendChildren(element, node);
     if (status != Status::kOk) return status;
-    AttributeTable attributes;
-    status = readAttributes(element, node, attributes);
-    if (status != Status::kOk) return status;
-    status = appendChildren(element, node);
-    if (status != Status::kOk) return status;
-    const char* id = attributes[AttributeId::kId];
-    if (id == nullptr) id = attributes[AttributeId::kXmlId];
+    const char* id = node.id();
     return id != nullptr ? node.document().ids.insert(id, &node) : Status::kOk;
 }
 
@@ -141,7 +112,7 @@ Status buildNode(SvgDocument& document, XMLElement& element, SvgNode*& node) noe
     node = nullptr;
     const Maker maker = findMaker(element.Name());
     if (maker == kDropped) return Status::kOk;
-    std::unique_ptr<SvgNode> built(maker(document, element));
+    std::unique_ptr<SvgNode> built(maker(document));
     if (built == nullptr) return Status::kOutOfMemory;
     const Status status = fillNode(element, *built);
     if (status == Status::kOk) node = built.release();

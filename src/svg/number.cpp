@@ -1,6 +1,8 @@
 #include "svg/number.h"
 
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace quor {
@@ -39,6 +41,51 @@ double scanInteger(const char*& at, const char* last) noexcept {
     double value = 0.0;
     for (; at != last && isAsciiDigit(*at); ++at) value = value * 10.0 + (*at - '0');
     return value;
+}
+
+/// Digits of a number of the common form. As many before the point are exact in a double, whatever
+/// the order of computing.
+constexpr int kPlainIntegerDigits = 15;
+constexpr int kPlainFractionDigits = 16;
+static_assert(1 + kPlainIntegerDigits + 1 + kPlainFractionDigits == kPlainLength);
+static_assert(kPlainFractionDigits <= kTabledWeights);
+
+/// kFractionDigits[place][digit]: what a digit after the point adds.
+constexpr auto kFractionDigits = [] {
+    std::array<std::array<double, 10>, kPlainFractionDigits> values{};
+    for (size_t place = 0; place < values.size(); ++place) {
+        for (int digit = 0; digit < 10; ++digit) {
+            values[place][static_cast<size_t>(digit)] = digit * kFractionWeights[place];
+        }
+    }
+    return values;
+}();
+
+constexpr uint32_t digitOf(char c) noexcept { return static_cast<uint32_t>(c) - '0'; }
+
+/// Reads a number of the common form from zero-terminated text: a sign, few digits, a point, few
+/// digits. Returns where it ends; null when it goes on with further digits or an exponent.
+/// Does the additions of scanDecimal() in the same order.
+inline const char* scanPlain(const char* c, double& value) noexcept {
+    const bool isNegative = *c == '-';
+    if (isSign(*c)) ++c;
+    uint64_t whole = 0;
+    for (int digits = 0; digits < kPlainIntegerDigits && digitOf(*c) < 10; ++digits) {
+        whole = whole * 10 + digitOf(*c++);
+    }
+    auto magnitude = static_cast<double>(whole);
+    if (*c == '.') {
+        ++c;
+        for (const auto& place : kFractionDigits) {
+            const uint32_t digit = digitOf(*c);
+            if (digit >= 10) break;
+            magnitude += place[digit];
+            ++c;
+        }
+    }
+    if (isAsciiDigit(*c) || isExponentLetter(*c)) return nullptr;
+    value = isNegative ? -magnitude : magnitude;
+    return c;
 }
 
 double addFraction(double value, const char*& at, const char* last) noexcept {
@@ -86,6 +133,17 @@ void skipCutExponent(TextCursor& cursor) noexcept {
     while (isAsciiDigit(*cursor.at)) ++cursor.at;
 }
 
+/// A number of any form that begins at the cursor.
+float readRun(TextCursor& cursor) noexcept {
+    const char* first = cursor.at;
+    if (isSign(*cursor.at)) ++cursor.at;
+    while (isRunCharacter(*cursor.at)) ++cursor.at;
+    const bool isTooLong = cursor.at - first > kMaxNumberLength;
+    const char* last = isTooLong ? first + kMaxNumberLength : cursor.at;
+    skipCutExponent(cursor);
+    return saturateToFloat(scanDecimal(first, last));
+}
+
 }  // namespace
 
 double scanDecimal(const char*& at, const char* last) noexcept {
@@ -101,6 +159,17 @@ double decimalValue(const char* first, const char* last) noexcept {
     return scanDecimal(first, last);
 }
 
+float scanFloat(const char*& at, int mostLength) noexcept {
+    double value = 0.0;
+    if (const char* end = scanPlain(at, value)) {
+        at = end;
+        return static_cast<float>(value);
+    }
+    const auto* end =
+        static_cast<const char*>(std::memchr(at, '\0', static_cast<size_t>(mostLength)));
+    return saturateToFloat(scanDecimal(at, end != nullptr ? end : at + mostLength));
+}
+
 float saturateToFloat(double value) noexcept {
     constexpr double kMost = std::numeric_limits<float>::max();
     if (value > kMost) return std::numeric_limits<float>::max();
@@ -111,13 +180,16 @@ float saturateToFloat(double value) noexcept {
 float readNumber(TextCursor& cursor) noexcept {
     cursor.skipSpaces();
     const char* first = cursor.at;
-    if (isSign(*cursor.at)) ++cursor.at;
-    if (!isRunCharacter(*cursor.at)) return 0.0F;
-    while (isRunCharacter(*cursor.at)) ++cursor.at;
-    const bool isTooLong = cursor.at - first > kMaxNumberLength;
-    const char* last = isTooLong ? first + kMaxNumberLength : cursor.at;
-    skipCutExponent(cursor);
-    return saturateToFloat(scanDecimal(first, last));
+    const char* unsignedPart = first + (isSign(*first) ? 1 : 0);
+    if (!isRunCharacter(*unsignedPart)) {
+        cursor.at = unsignedPart;
+        return 0.0F;
+    }
+    double value = 0.0;
+    const char* end = scanPlain(first, value);
+    if (end == nullptr || isRunCharacter(*end)) return readRun(cursor);
+    cursor.at = end;
+    return static_cast<float>(value);
 }
 
 bool readListNumber(TextCursor& cursor, float& number) noexcept {

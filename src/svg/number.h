@@ -22,6 +22,14 @@ double decimalValue(const char* first, const char* last) noexcept;
 /// to it: a sign, digits, '.' with digits, an exponent letter with a sign and digits.
 double scanDecimal(const char*& at, const char* last) noexcept;
 
+/// The same for a number of path data, in zero-terminated text: it ends after `mostLength`
+/// characters. 0, and nothing consumed, where none begins.
+/// Precondition: mostLength >= kPlainLength.
+float scanFloat(const char*& at, int mostLength) noexcept;
+
+/// Numbers of common forms have no more characters.
+inline constexpr int kPlainLength = 33;
+
 /// The nearest float, but the largest finite one beyond the range.
 float saturateToFloat(double value) noexcept;
 

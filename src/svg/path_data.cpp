@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cmath>
-#include <cstring>
 
 #include "svg/number.h"
 
@@ -83,7 +82,7 @@ constexpr std::array<CommandRule, 256> kCommandRules = [] {
 /// before it.
 class PathTokenizer {
 public:
-    explicit PathTokenizer(const char* text) noexcept : at_(text), end_(text + std::strlen(text)) {}
+    explicit PathTokenizer(const char* text) noexcept : at_(text) {}
 
     /// The letter in force; 0 before the first.
     char command() const noexcept { return command_; }
@@ -141,13 +140,9 @@ private:
     }
 
     /// 0 where no number begins, and nothing consumed.
-    float scanNumber() noexcept {
-        const bool isBounded = end_ - at_ > kMaxNumberLength;
-        return saturateToFloat(scanDecimal(at_, isBounded ? at_ + kMaxNumberLength : end_));
-    }
+    float scanNumber() noexcept { return scanFloat(at_, kMaxNumberLength); }
 
     const char* at_;
-    const char* end_;  ///< the terminating NUL
     char command_ = 0;
 };
 

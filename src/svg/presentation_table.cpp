@@ -68,10 +68,9 @@ static_assert(std::is_sorted(kProperties.begin(), kProperties.end(),
 
 }  // namespace
 
-const char* initialPropertyValue(const char* name) noexcept {
-    const std::string_view sought(name);
-    const auto found = std::lower_bound(kProperties.begin(), kProperties.end(), sought, isBefore);
-    return found != kProperties.end() && found->name == sought ? found->initialValue : nullptr;
+const char* initialPropertyValue(std::string_view name) noexcept {
+    const auto found = std::lower_bound(kProperties.begin(), kProperties.end(), name, isBefore);
+    return found != kProperties.end() && found->name == name ? found->initialValue : nullptr;
 }
 
 }  // namespace quor

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <string_view>
+
 namespace quor {
 
 /// The initial value of one of the 40 properties of SVG Tiny, by exact name; null when unknown.
-const char* initialPropertyValue(const char* name) noexcept;
+const char* initialPropertyValue(std::string_view name) noexcept;
 
 }  // namespace quor

@@ -56,79 +56,83 @@ Status SvgShape::ensurePath() noexcept {
         return status;
     }
     vgRemovePathCapabilities(path_, kWriteCapabilities);
-    readPathBounds();
     return Status::kOk;
 }
 
+const Box& SvgShape::pathBounds() noexcept {
+    if (!hasPathBounds_ && path_ != VG_INVALID_HANDLE) readPathBounds();
+    return pathBounds_;
+}
+
 void SvgShape::readPathBounds() noexcept {
+    hasPathBounds_ = true;
     float x = 0.0F;
     float y = 0.0F;
-    float width = 0.0F;
-    float height = 0.0F;
+    float width = -1.0F;  // an empty path gives this size, which makes an empty box
+    float height = -1.0F;
     vgPathBounds(path_, &x, &y, &width, &height);
-    if (takeEngineError() != Status::kOk) return;
-    // An empty path has the size (-1, -1), which makes an empty box.
     pathBounds_ = {base::finite(x), base::finite(y), base::finite(x + width),
                    base::finite(y + height)};
 }
 
-float SvgShape::length(const char* name, LengthAxis axis) const noexcept {
-    const char* text = attribute(name);
+float SvgShape::length(AttributeId id, LengthAxis axis) const noexcept {
+    const char* text = attribute(id);
     if (text == nullptr) return 0.0F;
     return base::finite(
         resolveLength(parseLength(text), document_.screen.dpi, &lengthViewport(), axis));
 }
 
 Status SvgCircle::buildGeometry(VGPath path) noexcept {
-    const float r = length("r", LengthAxis::kDiagonal);
+    const float r = length(AttributeId::kR, LengthAxis::kDiagonal);
     if (!(r > 0.0F)) return Status::kOk;
-    const float cx = length("cx", LengthAxis::kHorizontal);
-    const float cy = length("cy", LengthAxis::kVertical);
+    const float cx = length(AttributeId::kCx, LengthAxis::kHorizontal);
+    const float cy = length(AttributeId::kCy, LengthAxis::kVertical);
     return statusOfUtility(vguEllipse(path, cx, cy, 2.0F * r, 2.0F * r));
 }
 
 Status SvgEllipse::buildGeometry(VGPath path) noexcept {
-    const float rx = length("rx", LengthAxis::kHorizontal);
-    const float ry = length("ry", LengthAxis::kVertical);
+    const float rx = length(AttributeId::kRx, LengthAxis::kHorizontal);
+    const float ry = length(AttributeId::kRy, LengthAxis::kVertical);
     if (!(rx > 0.0F && ry > 0.0F)) return Status::kOk;
-    const float cx = length("cx", LengthAxis::kHorizontal);
-    const float cy = length("cy", LengthAxis::kVertical);
+    const float cx = length(AttributeId::kCx, LengthAxis::kHorizontal);
+    const float cy = length(AttributeId::kCy, LengthAxis::kVertical);
     return statusOfUtility(vguEllipse(path, cx, cy, 2.0F * rx, 2.0F * ry));
 }
 
 Status SvgLine::buildGeometry(VGPath path) noexcept {
-    return statusOfUtility(
-        vguLine(path, length("x1", LengthAxis::kHorizontal), length("y1", LengthAxis::kVertical),
-                length("x2", LengthAxis::kHorizontal), length("y2", LengthAxis::kVertical)));
+    return statusOfUtility(vguLine(path, length(AttributeId::kX1, LengthAxis::kHorizontal),
+                                   length(AttributeId::kY1, LengthAxis::kVertical),
+                                   length(AttributeId::kX2, LengthAxis::kHorizontal),
+                                   length(AttributeId::kY2, LengthAxis::kVertical)));
 }
 
 Status SvgRect::buildGeometry(VGPath path) noexcept {
-    const float x = length("x", LengthAxis::kHorizontal);
-    const float y = length("y", LengthAxis::kVertical);
-    const float width = length("width", LengthAxis::kHorizontal);
-    const float height = length("height", LengthAxis::kVertical);
-    const bool hasRx = attribute("rx") != nullptr;
-    const bool hasRy = attribute("ry") != nullptr;
+    const float x = length(AttributeId::kX, LengthAxis::kHorizontal);
+    const float y = length(AttributeId::kY, LengthAxis::kVertical);
+    const float width = length(AttributeId::kWidth, LengthAxis::kHorizontal);
+    const float height = length(AttributeId::kHeight, LengthAxis::kVertical);
+    const bool hasRx = attribute(AttributeId::kRx) != nullptr;
+    const bool hasRy = attribute(AttributeId::kRy) != nullptr;
     if (!hasRx && !hasRy) return statusOfUtility(vguRect(path, x, y, width, height));
 
     // A missing radius takes the value of the other one.
-    float rx = length("rx", LengthAxis::kHorizontal);
-    float ry = length("ry", LengthAxis::kVertical);
+    float rx = length(AttributeId::kRx, LengthAxis::kHorizontal);
+    float ry = length(AttributeId::kRy, LengthAxis::kVertical);
     if (!hasRx) rx = ry;
     if (!hasRy) ry = rx;
     return statusOfUtility(vguRoundRect(path, x, y, width, height, 2.0F * rx, 2.0F * ry));
 }
 
 Status SvgPolyline::buildGeometry(VGPath path) noexcept {
-    return appendPoints(document_, attribute("points"), path, VG_FALSE);
+    return appendPoints(document_, attribute(AttributeId::kPoints), path, VG_FALSE);
 }
 
 Status SvgPolygon::buildGeometry(VGPath path) noexcept {
-    return appendPoints(document_, attribute("points"), path, VG_TRUE);
+    return appendPoints(document_, attribute(AttributeId::kPoints), path, VG_TRUE);
 }
 
 Status SvgPath::buildGeometry(VGPath path) noexcept {
-    const char* text = attribute("d");
+    const char* text = attribute(AttributeId::kPathData);
     if (text == nullptr) return Status::kOk;
     PathData& data = document_.pathData;
     const Status status = parsePathData(text, data);
@@ -138,7 +142,7 @@ Status SvgPath::buildGeometry(VGPath path) noexcept {
 }
 
 float SvgPath::pathLength() const noexcept {
-    if (const char* text = attribute("pathLength")) {
+    if (const char* text = attribute(AttributeId::kPathLength)) {
         TextCursor cursor(text);
         return base::finite(readNumber(cursor));
     }

@@ -24,18 +24,20 @@ public:
     Status ensurePath() noexcept;
 
     VGPath path() const noexcept { return path_; }
-    /// The tight box of the path in user space; empty for an empty path. Valid once the path is.
-    const Box& pathBounds() const noexcept { return pathBounds_; }
+    /// The tight box of the path in user space, measured when it is first asked for; empty for an
+    /// empty path and while there is none. Errors stay pending in the engine.
+    const Box& pathBounds() noexcept;
 
 protected:
     /// An attribute as a finite length in user units; 0 when absent.
-    float length(const char* name, LengthAxis axis) const noexcept;
+    float length(AttributeId id, LengthAxis axis) const noexcept;
 
 private:
     void readPathBounds() noexcept;
 
     VGPath path_ = VG_INVALID_HANDLE;
     Box pathBounds_;
+    bool hasPathBounds_ = false;
 };
 
 class SvgCircle final : public SvgShape {

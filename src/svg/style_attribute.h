@@ -7,10 +7,6 @@
 #include "svg/status.h"
 #include "svg/style.h"
 
-namespace tinyxml2 {
-class XMLElement;
-}
-
 namespace quor {
 
 /// What lengths in presentation attributes are resolved against.
@@ -26,11 +22,5 @@ struct LengthContext {
 Status readPresentationAttributes(const AttributeTable& attributes, const LengthContext& lengths,
                                   SvgStyle& style, base::Array<float>& dashes,
                                   SvgMatrix& transform) noexcept;
-
-/// Writes each declaration of a `style` text as an attribute of the element, replacing one of the
-/// same name. Malformed declarations are skipped, and so are those after the first 1024. `scratch`
-/// is reused from element to element.
-Status expandStyleAttribute(tinyxml2::XMLElement& element, const char* style,
-                            base::Array<char>& scratch) noexcept;
 
 }  // namespace quor

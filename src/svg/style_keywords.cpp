@@ -76,7 +76,7 @@ bool findKeyword(const Keyword<Enum> (&keywords)[N], const char* text, Enum& val
     TextCursor cursor(text);
     cursor.skipSpaces();
     for (const Keyword<Enum>& keyword : keywords) {
-        if (std::strncmp(cursor.at, keyword.text.data(), keyword.text.size()) != 0) continue;
+        if (!cursor.beginsWith(keyword.text)) continue;
         value = keyword.value;
         return true;
     }

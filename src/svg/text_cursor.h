@@ -1,7 +1,6 @@
 #pragma once
 
-#include <cstddef>
-#include <cstring>
+#include <string_view>
 
 namespace quor {
 
@@ -12,6 +11,15 @@ constexpr bool isSvgSpace(char c) noexcept {
 constexpr bool isAsciiDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 constexpr bool isAsciiLetter(char c) noexcept {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/// Whether the text begins with the keyword: "visiblex" begins with "visible". A loop, because most
+/// comparisons end at the first character.
+inline bool beginsWith(const char* text, std::string_view keyword) noexcept {
+    for (const char c : keyword) {
+        if (*text++ != c) return false;
+    }
+    return true;
 }
 
 /// A read position in NUL-terminated attribute text. Nothing reads past the NUL.
@@ -27,15 +35,12 @@ struct TextCursor {
     void skipCommasAndSpaces() noexcept {
         while (isSvgSpace(*at) || *at == ',') ++at;
     }
-    /// Keyword tests compare a prefix: "visiblex" begins with "visible".
-    template <size_t N>
-    bool beginsWith(const char (&keyword)[N]) const noexcept {
-        return std::strncmp(at, keyword, N - 1) == 0;
+    bool beginsWith(std::string_view keyword) const noexcept {
+        return quor::beginsWith(at, keyword);
     }
-    template <size_t N>
-    bool take(const char (&keyword)[N]) noexcept {
+    bool take(std::string_view keyword) noexcept {
         if (!beginsWith(keyword)) return false;
-        at += N - 1;
+        at += keyword.size();
         return true;
     }
 };

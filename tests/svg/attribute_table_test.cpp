@@ -8,71 +8,56 @@
 
 #include "hostile_text.h"
 #include "svg/presentation_table.h"
-#include "svg/style_attribute.h"
+#include "svg/style_declarations.h"
 
 namespace quor {
 namespace {
 
-constexpr const char* kNames[] = {"display",
-                                  "visibility",
-                                  "transform",
-                                  "fill",
-                                  "fill-opacity",
-                                  "fill-rule",
-                                  "stroke",
-                                  "stroke-opacity",
-                                  "stroke-width",
-                                  "stroke-linecap",
-                                  "stroke-linejoin",
-                                  "stroke-miterlimit",
-                                  "stroke-dashoffset",
-                                  "stroke-dasharray",
-                                  "vector-effect",
-                                  "style",
-                                  "id",
-                                  "xml:id",
-                                  "xlink:href",
-                                  "x",
-                                  "y",
-                                  "width",
-                                  "height",
-                                  "viewBox",
-                                  "preserveAspectRatio",
-                                  "x1",
-                                  "y1",
-                                  "x2",
-                                  "y2",
-                                  "cx",
-                                  "cy",
-                                  "fx",
-                                  "fy",
-                                  "r",
-                                  "gradientTransform",
-                                  "gradientUnits",
-                                  "spreadMethod",
-                                  "offset"};
-static_assert(std::size(kNames) == static_cast<size_t>(AttributeId::kCount));
-
-TEST(AttributeTable, FindsEachNameAndNoneThatIsAlmostOne) {
-    for (size_t i = 0; i < std::size(kNames); ++i) {
-        SCOPED_TRACE(kNames[i]);
-        tinyxml2::XMLDocument document;
-        tinyxml2::XMLElement* element = document.NewElement("g");
-        document.InsertEndChild(element);
-        const std::string name = kNames[i];
-        for (const std::string& other : {name + "x", "x-" + name, name.substr(1) + "-", "X" + name,
-                                         static_cast<char>(name[0] ^ 0x20) + name.substr(1)}) {
-            element->SetAttribute(other.c_str(), "wrong");
-        }
-        AttributeTable table;
-        table.read(*element);
-        for (size_t id = 0; id < std::size(kNames); ++id) {
-            EXPECT_EQ(table[static_cast<AttributeId>(id)], nullptr);
-        }
-        element->SetAttribute(kNames[i], "right");
-        table.read(*element);
-        EXPECT_STREQ(table[static_cast<AttributeId>(i)], "right");
+TEST(AttributeId, EachNameIsFoundAndNoneThatIsAlmostOne) {
+    std::set<std::string> names;
+    for (int i = 0; i < kAttributeCount; ++i) {
+        const auto id = static_cast<AttributeId>(i);
+        const std::string name(attributeName(id));
+        SCOPED_TRACE(name);
+        EXPECT_EQ(findAttributeId(name), id);
+        EXPECT_TRUE(names.insert(name).second);
     }
+    for (const std::string& name : names) {
+        for (const std::string& other : {name + "-", "-" + name, name.substr(1) + "-", "X" + name,
+                                         static_cast<char>(name[0] ^ 0x20) + name.substr(1)}) {
+            EXPECT_EQ(findAttributeId(other), AttributeId::kCount) << other;
+        }
+    }
+    EXPECT_EQ(findAttributeId(""), AttributeId::kCount);
+}
+
+/// The known attributes of a `g` element as `name=value|`, in the order of their ids.
+std::string attributesOf(const std::string& written) {
+    tinyxml2::XMLDocument document;
+    EXPECT_EQ(document.Parse(("<g " + written + "/>").c_str()), tinyxml2::XML_SUCCESS) << written;
+    base::Arena arena;
+    AttributeTable table;
+    EXPECT_TRUE(table.read(*document.RootElement(), arena));
+    std::string all;
+    for (int i = 0; i < kAttributeCount; ++i) {
+        const auto id = static_cast<AttributeId>(i);
+        EXPECT_EQ(table[id] != nullptr, table.has(id));
+        if (table.has(id)) all += std::string(attributeName(id)) + "=" + table[id] + "|";
+    }
+    return all;
+}
+
+TEST(AttributeTable, HoldsTheKnownAttributesInAnyOrder) {
+    EXPECT_EQ(attributesOf(""), "");
+    EXPECT_EQ(attributesOf("unknown='1' fillx='2'"), "");
+    EXPECT_EQ(attributesOf("d='M0 0' class='c' y='' xlink:href='#&amp;' x='1' "),
+              "xlink:href=#&|x=1|y=|d=M0 0|");
+}
+
+TEST(AttributeTable, DeclarationsReplaceAttributes) {
+    EXPECT_EQ(attributesOf("style='fill:red;d:M1 1;what:ever' fill='blue' x='2'"),
+              "fill=red|style=fill:red;d:M1 1;what:ever|x=2|d=M1 1|");
+    EXPECT_EQ(attributesOf("style='style:none;x:1'"), "style=none|x=1|");
 }
 
 TEST(PropertyTable, KnowsInitialValuesByExactName) {
@@ -87,27 +72,22 @@ TEST(PropertyTable, KnowsInitialValuesByExactName) {
     }
 }
 
-/// The attributes of an element as `name=value|`, after its style was expanded.
-std::string expanded(const char* style) {
-    tinyxml2::XMLDocument document;
-    tinyxml2::XMLElement* element = document.NewElement("g");
-    document.InsertEndChild(element);
-    element->SetAttribute("style", style);
-    base::Array<char> scratch;
-    EXPECT_EQ(expandStyleAttribute(*element, element->Attribute("style"), scratch), Status::kOk);
+/// The declarations of a text, which it cuts up, as `name=value|`.
+std::string declarationsOf(const ExactText& text) {
+    StyleDeclarations declarations(const_cast<char*>(static_cast<const char*>(text)));
     std::string all;
-    for (const auto* a = element->FirstAttribute()->Next(); a != nullptr; a = a->Next()) {
-        all += std::string(a->Name()) + "=" + a->Value() + "|";
+    while (declarations.next()) {
+        all += std::string(declarations.name()) + "=" + declarations.value() + "|";
     }
     return all;
 }
 
-TEST(StyleExpansion, WritesDeclarationsAsAttributes) {
+TEST(StyleDeclarations, AreReadUntilTheTextMakesNoSense) {
     const std::string longest(31, 'n');
     const struct {
-        std::string style, attributes;
+        std::string style, declarations;
     } cases[] = {
-        {"fill:red;fill:blue", "fill=blue|"},
+        {"fill:red;fill:blue", "fill=red|fill=blue|"},
         {" fill : red ;\n\tstroke:url(#a) none;", "fill=red |stroke=url(#a) none|"},
         {"fill red; stroke:blue", "stroke=blue|"},
         {"fill;stroke:blue", "stroke=blue|"},
@@ -120,14 +100,14 @@ TEST(StyleExpansion, WritesDeclarationsAsAttributes) {
         {"x:\xC3\xA9;\xC3:1;y:2", "x=\xC3\xA9|y=2|"},
         {longest + ":1;x:1", longest + "=1|x=1|"},
         {"x:1;" + longest + "n:1;y:1", "x=1|"},
-        {"style:none;x:1", "x=1|"},  // replaces the text that is being read
     };
-    for (const auto& c : cases) EXPECT_EQ(expanded(c.style.c_str()), c.attributes) << c.style;
+    for (const auto& c : cases)
+        EXPECT_EQ(declarationsOf(ExactText(c.style)), c.declarations) << c.style;
 }
 
-TEST(StyleExpansion, AnyTextEnds) {
+TEST(StyleDeclarations, AnyTextEnds) {
     const std::string_view words[] = {"fill", ":", ";", "-", " ", "red", "x", "\n", "1"};
-    forHostileTexts(words, [](const ExactText& text) { (void)expanded(text); });
+    forHostileTexts(words, [](const ExactText& text) { (void)declarationsOf(text); });
 }
 
 }  // namespace

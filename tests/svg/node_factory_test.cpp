@@ -45,16 +45,17 @@ TEST(NodeFactory, TheFirstKeywordThatANameBeginsWithDecides) {
         EXPECT_EQ(tree.find("inside") != nullptr, c.kind.has_value());
         if (c.kind.has_value()) {
             EXPECT_EQ(tree.root->kind(), *c.kind);
-            ASSERT_EQ(tree.root->children().count(), 1);
-            EXPECT_EQ(tree.root->children()[0]->parent(), tree.root.get());
+            const auto children = childrenOf(*tree.root);
+            ASSERT_EQ(children.size(), 1U);
+            EXPECT_EQ(children[0]->parent(), tree.root.get());
         }
     }
 }
 
 TEST(NodeFactory, ChildrenStandInDocumentOrderWithoutTheDropped) {
     const SvgTree tree(inSvg("text<g/><!-- no --><mask><g id='masked'/></mask><rect/><use/>"));
-    const auto& children = tree.root->children();
-    ASSERT_EQ(children.count(), 3);
+    const auto children = childrenOf(*tree.root);
+    ASSERT_EQ(children.size(), 3U);
     EXPECT_EQ(children[0]->kind(), Kind::kGroup);
     EXPECT_EQ(children[1]->kind(), Kind::kRect);
     EXPECT_EQ(children[2]->kind(), Kind::kUse);
@@ -66,8 +67,9 @@ TEST(NodeFactory, OnlyWhatCanBeSeenCountsInBounds) {
     const SvgTree tree(
         inSvg("<g/><rect/><circle/><path/><use/><svg viewBox='0'/>"
               "<defs/><stop/><solidColor/><linearGradient/><text/>"));
-    for (int i = 0; i < tree.root->children().count(); ++i) {
-        EXPECT_EQ(tree.root->children()[i]->isRenderable(), i < 6) << i;
+    const auto children = childrenOf(*tree.root);
+    for (size_t i = 0; i < children.size(); ++i) {
+        EXPECT_EQ(children[i]->isRenderable(), i < 6) << i;
     }
 }
 
@@ -78,8 +80,8 @@ TEST(NodeFactory, StyleDeclarationsWinOverAttributes) {
     ASSERT_NE(rect, nullptr);
     EXPECT_EQ(tree.find("plain"), nullptr);
     EXPECT_STREQ(rect->id(), "named");
-    EXPECT_STREQ(rect->attribute("x"), "7");
-    EXPECT_EQ(rect->attribute("y"), nullptr);
+    EXPECT_STREQ(rect->attribute(AttributeId::kX), "7");
+    EXPECT_EQ(rect->attribute(AttributeId::kY), nullptr);
     EXPECT_EQ(rect->style().strokeWidth, 5.0F);
 }
 
@@ -117,7 +119,7 @@ TEST(NodeFactory, DeepDocumentsFailInTheParserNotInTheTree) {
         EXPECT_EQ(tree.status, depth == 90 ? Status::kOk : Status::kParser);
         int levels = 0;
         for (const SvgNode* node = tree.root.get(); node != nullptr; ++levels) {
-            node = node->children().isEmpty() ? nullptr : node->children()[0];
+            node = *node->children().begin();
         }
         EXPECT_EQ(levels, depth == 90 ? depth : 0);
     }
@@ -128,13 +130,13 @@ TEST(InheritedLookup, ClimbsPastInheritToTheInitialValue) {
         inSvg("<g color='red'><g color='inherit'><rect id='a'/></g></g>"
               "<rect id='b' color='inheritance'/><rect id='c' style='color:blue'/>"
               "<g stop-opacity='0.5'><stop id='d' stop-opacity='inherit'/></g>"));
-    EXPECT_STREQ(lookupInherited(tree.find("a"), "color"), "red");
-    EXPECT_STREQ(lookupInherited(tree.find("b"), "color"), "#000");
-    EXPECT_STREQ(lookupInherited(tree.find("c"), "color"), "blue");
-    EXPECT_STREQ(lookupInherited(tree.find("d"), "stop-opacity"), "0.5");
-    EXPECT_STREQ(lookupInherited(tree.find("a"), "stop-opacity"), "1");
-    EXPECT_STREQ(lookupInherited(nullptr, "solid-color"), "#000");
-    EXPECT_EQ(lookupInherited(tree.find("a"), "no-such-property"), nullptr);
+    EXPECT_STREQ(lookupInherited(tree.find("a"), AttributeId::kColor), "red");
+    EXPECT_STREQ(lookupInherited(tree.find("b"), AttributeId::kColor), "#000");
+    EXPECT_STREQ(lookupInherited(tree.find("c"), AttributeId::kColor), "blue");
+    EXPECT_STREQ(lookupInherited(tree.find("d"), AttributeId::kStopOpacity), "0.5");
+    EXPECT_STREQ(lookupInherited(tree.find("a"), AttributeId::kStopOpacity), "1");
+    EXPECT_STREQ(lookupInherited(nullptr, AttributeId::kSolidColor), "#000");
+    EXPECT_EQ(lookupInherited(tree.find("a"), AttributeId::kPoints), nullptr);
 }
 
 }  // namespace

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cfloat>
 #include <cmath>
+#include <random>
 
 #include "hostile_text.h"
 #include "svg/length.h"
@@ -74,6 +76,43 @@ TEST(Number, ConvertsWithItsOwnRounding) {
     }
     const char cut[] = {'-', '2', 'e'};
     EXPECT_TRUE(std::signbit(decimalValue(std::begin(cut), std::end(cut))));
+}
+
+/// Digits, a point, digits, sometimes an exponent: what documents hold, and longer.
+std::string randomNumber(std::mt19937& random) {
+    const auto digits = [&random](size_t most) {
+        std::string text;
+        for (size_t i = random() % (most + 1); i > 0; --i) {
+            text += static_cast<char>('0' + random() % 10);
+        }
+        return text;
+    };
+    const size_t most = random() % 4 == 0 ? 24 : 5;
+    std::string text = random() % 3 == 0 ? "-" : "";
+    text += digits(most);
+    if (random() % 2 == 0) text += "." + digits(most);
+    if (random() % 16 == 0) text += "e" + digits(2);
+    return text;
+}
+
+TEST(Number, EveryReaderRoundsLikeTheConversion) {
+    std::mt19937 random(20261123);
+    for (int i = 0; i < 20000; ++i) {
+        const std::string number = randomNumber(random);
+        SCOPED_TRACE(number);
+        const float expected =
+            saturateToFloat(decimalValue(number.data(), number.data() + number.size()));
+        const auto bitsOf = [](float value) { return std::bit_cast<uint32_t>(value); };
+        const ExactText text(number);
+        if (number.find_first_of("0123456789.e") != std::string::npos) {
+            TextCursor cursor(text);
+            EXPECT_EQ(bitsOf(readNumber(cursor)), bitsOf(expected));
+            EXPECT_TRUE(cursor.atEnd());
+        }
+        const char* at = text;
+        EXPECT_EQ(bitsOf(scanFloat(at, 62)), bitsOf(expected));
+        EXPECT_EQ(*at, '\0');
+    }
 }
 
 TEST(Number, ListEndsWhereNoNumberBegins) {

@@ -71,7 +71,7 @@ TEST_F(Shapes, BuildTheOutlineOfTheirAttributes) {
     for (const ShapeCase& c : kShapeCases) {
         SCOPED_TRACE(c.element);
         const SvgTree tree(inSvg(std::string("<") + c.element + "/>"));
-        auto* shape = dynamic_cast<SvgShape*>(tree.root->children()[0]);
+        auto* shape = dynamic_cast<SvgShape*>(*tree.root->children().begin());
         EXPECT_EQ(shape->path(), VG_INVALID_HANDLE);  // not before it is needed
         ASSERT_EQ(shape->ensurePath(), Status::kOk);
         ASSERT_NE(shape->path(), VG_INVALID_HANDLE);
@@ -101,7 +101,7 @@ TEST_F(Shapes, HostileNumbersNeitherFailNorLeaveNonFiniteBounds) {
     for (const char* element : elements) {
         SCOPED_TRACE(element);
         const SvgTree tree(inSvg(std::string("<") + element + "/>"));
-        auto* shape = dynamic_cast<SvgShape*>(tree.root->children()[0]);
+        auto* shape = dynamic_cast<SvgShape*>(*tree.root->children().begin());
         EXPECT_EQ(shape->ensurePath(), Status::kOk);
         const Box& box = shape->pathBounds();
         EXPECT_TRUE(std::isfinite(box.minX) && std::isfinite(box.minY) && std::isfinite(box.maxX) &&

@@ -15,6 +15,7 @@ namespace {
 /// A style read from attributes over a fresh one, with what it points to.
 struct ReadStyle {
     tinyxml2::XMLDocument document;
+    base::Arena arena;
     base::Array<float> dashes;
     SvgStyle style;
     SvgMatrix transform;
@@ -25,7 +26,7 @@ struct ReadStyle {
         Rect viewport;
         viewport.set(0.0F, 0.0F, 300.0F, 400.0F);
         AttributeTable table;
-        table.read(*document.RootElement());
+        EXPECT_TRUE(table.read(*document.RootElement(), arena));
         EXPECT_EQ(readPresentationAttributes(table, {96.0F, &viewport}, style, dashes, transform),
                   Status::kOk);
     }

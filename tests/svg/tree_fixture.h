@@ -48,6 +48,12 @@ public:
     Status status = Status::kParser;
 };
 
+inline std::vector<SvgNode*> childrenOf(const SvgNode& node) {
+    std::vector<SvgNode*> children;
+    for (SvgNode* child : node.children()) children.push_back(child);
+    return children;
+}
+
 /// The text inside an `svg` element with a viewport of 300 x 400.
 inline std::string inSvg(const std::string& content) {
     return "<svg viewBox='0 0 300 400'>" + content + "</svg>";
