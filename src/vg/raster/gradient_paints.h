@@ -128,13 +128,18 @@ public:
 
     /// Valid until the next call. The columns x to x + count - 1 lie in one chunk.
     const uint32_t* pixels(int32_t x, int32_t count) noexcept {
+        write(x, count, pixels_);
+        return pixels_;
+    }
+
+    /// The same pixels into memory of the caller.
+    void write(int32_t x, int32_t count, uint32_t* out) noexcept {
         const int32_t chunkX = chunkOf(x);
         if (chunkX != chunkX_) {
             chunkX_ = chunkX;
             chunk_ = typename Gradient::Chunk(state_, chunkX - 1, y_);
         }
-        Gradient::pixels(state_, chunk_, x - chunkX + 1, count, pixels_);
-        return pixels_;
+        Gradient::pixels(state_, chunk_, x - chunkX + 1, count, out);
     }
 
 private:

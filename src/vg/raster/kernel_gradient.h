@@ -14,7 +14,14 @@ namespace {
 
 /// Replaces entries of the ramp by its pixels.
 inline void lookUp(const uint32_t* ramp, uint32_t* pixels, int32_t count) noexcept {
-    for (int32_t i = 0; i < count; ++i) pixels[i] = ramp[pixels[i]];
+    constexpr int32_t kAtOnce = 8;
+    int32_t i = 0;
+    for (; i + kAtOnce <= count; i += kAtOnce) {
+        uint32_t found[kAtOnce];
+        for (int32_t k = 0; k < kAtOnce; ++k) found[k] = ramp[pixels[i + k]];
+        std::memcpy(pixels + i, found, sizeof found);
+    }
+    for (; i < count; ++i) pixels[i] = ramp[pixels[i]];
 }
 
 template <class SpreadMode, class Integer>
@@ -43,11 +50,20 @@ void linearPixels(const LinearRun& run, int32_t count, uint32_t* pixels) noexcep
     lookUp(run.ramp, pixels, count);
 }
 
-/// To an integer, at the ends of its range where there is none.
-inline int32_t toFixed(float value) noexcept {
+/// Truncated, after values below or above the limits, which are whole, have been moved there.
+inline int32_t truncateWithin(float lowest, float highest, float value) noexcept {
+    const float raised = value > lowest ? value : lowest;
+    return static_cast<int32_t>(raised < highest ? raised : highest);
+}
+
+/// The entry of a parameter in 12.20 fixed point that is still a float.
+template <class SpreadMode>
+uint32_t entryOf(float parameter) noexcept {
+    constexpr float kLastPadded = 0xFFFFF;
     constexpr float kLimit = 2147483520.0F;  // the largest float below 2^31
-    const float raised = value > -kLimit ? value : -kLimit;
-    return static_cast<int32_t>(raised < kLimit ? raised : kLimit);
+    return SpreadMode::template entry<20>(SpreadMode::kIsPeriodic
+                                              ? truncateWithin(-kLimit, kLimit, parameter)
+                                              : truncateWithin(0.0F, kLastPadded, parameter));
 }
 
 template <class SpreadMode>
@@ -60,7 +76,7 @@ void radialEntries(const RadialRun& run, int32_t count, uint32_t* out) noexcept 
         const float cross = line.cross.at(at);
         const float radicand = u * u + v * v - cross * cross;
         const float root = std::sqrt(radicand > 0.0F ? radicand : 0.0F);
-        out[i] = SpreadMode::template entry<20>(toFixed((line.dot.at(at) + root) * line.scale));
+        out[i] = entryOf<SpreadMode>((line.dot.at(at) + root) * line.scale);
     }
 }
 

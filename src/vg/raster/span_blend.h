@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
+#include "vg/raster/blend_modes.h"
 #include "vg/raster/coverage_row.h"
 #include "vg/raster/kernels.h"
 #include "vg/raster/pixel_lanes.h"
@@ -62,9 +64,23 @@ void forEachPart(Paint& paint, int32_t begin, int32_t end, Emit&& emit) noexcept
     }
 }
 
+/// Paints whose pixels can be made where they are wanted.
+template <class Paint>
+inline constexpr bool kWritesPixels = requires(Paint paint, uint32_t* out) {
+    paint.write(0, 0, out);
+};
+
 /// Blends columns of coverage 256.
 template <class Paint, class Blend, class Surface>
 void blendRun(Paint& paint, uint32_t* pixels, int32_t begin, int32_t end) noexcept {
+    if constexpr (std::is_same_v<Blend, Source> && kWritesPixels<Paint>) {
+        for (int32_t x = begin; x < end;) {
+            const int32_t partEnd = std::min(end, paint.partEnd(x));
+            paint.write(x, partEnd - x, pixels + x);
+            x = partEnd;
+        }
+        return;
+    }
     forEachPart(paint, begin, end, [&](int32_t x, int32_t count, auto source) {
         uint32_t* const d = pixels + x;
         if constexpr (Surface::template kIsSourceOver<Blend, decltype(source)>) {
