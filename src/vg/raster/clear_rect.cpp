@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "vg/raster/kernels.h"
 #include "vg/raster/rasterizer.h"
 
 namespace vg::raster {
@@ -9,8 +10,12 @@ void clearRect(const PixelSurface& surface, const PixelRect& rect, uint32_t pixe
     const int32_t y0 = std::max(rect.y0, 0);
     const int32_t x1 = std::min(rect.x1, surface.width);
     const int32_t y1 = std::min(rect.y1, surface.height);
-    if (x1 <= x0) return;
-    for (int32_t y = y0; y < y1; ++y) std::fill_n(surface.row(y) + x0, x1 - x0, pixel);
+    if (x1 <= x0 || y1 <= y0) return;
+    if (x1 - x0 == surface.width) {  // without a gap between rows
+        kernels().runSource(surface.row(y1 - 1), surface.width * (y1 - y0), pixel);
+        return;
+    }
+    for (int32_t y = y0; y < y1; ++y) kernels().runSource(surface.row(y) + x0, x1 - x0, pixel);
 }
 
 }  // namespace vg::raster

@@ -3,6 +3,7 @@
 // Kernels: pixels of gradients, and rows of premultiplied pixels over others. Plain loops that the
 // compiler turns into vectors; floats are computed in one order everywhere and never contracted.
 
+#include <algorithm>
 #include <cmath>
 
 #include "vg/raster/gradient_runs.h"
@@ -37,17 +38,30 @@ void linearEntries(const LinearRun& run, int32_t count, uint32_t* out) noexcept 
 
 inline bool isShort(int64_t value) noexcept { return value == static_cast<int32_t>(value); }
 
+/// Across the direction of a gradient, and beyond the ends of a padded one, nothing changes.
+template <class SpreadMode>
+bool isOneEntry(const LinearRun& run, int64_t last) noexcept {
+    if (run.step == 0) return true;
+    return !SpreadMode::kIsPeriodic &&
+           SpreadMode::template entry<16>(run.first) == SpreadMode::template entry<16>(last);
+}
+
 void linearPixels(const LinearRun& run, int32_t count, uint32_t* pixels) noexcept {
-    const bool isWithinShort = isShort(run.first) && isShort(run.first + run.step * (count - 1));
+    const int64_t last = run.first + run.step * (count - 1);
+    const bool isWithinShort = isShort(run.first) && isShort(last);
+    bool isOneColor = false;
     withSpread(run.spread, [&](auto spread) {
         using SpreadMode = decltype(spread);
-        if (SpreadMode::kIsPeriodic || isWithinShort) {
+        isOneColor = isOneEntry<SpreadMode>(run, last);
+        if (isOneColor) {
+            std::fill_n(pixels, count, run.ramp[SpreadMode::template entry<16>(run.first)]);
+        } else if (SpreadMode::kIsPeriodic || isWithinShort) {
             linearEntries<SpreadMode, int32_t>(run, count, pixels);
         } else {
             linearEntries<SpreadMode, int64_t>(run, count, pixels);
         }
     });
-    lookUp(run.ramp, pixels, count);
+    if (!isOneColor) lookUp(run.ramp, pixels, count);
 }
 
 /// Truncated, after values below or above the limits, which are whole, have been moved there.
