@@ -73,6 +73,11 @@ inline constexpr bool kWritesPixels = requires(Paint paint, uint32_t* out) {
 /// Blends columns of coverage 256.
 template <class Paint, class Blend, class Surface>
 void blendRun(Paint& paint, uint32_t* pixels, int32_t begin, int32_t end) noexcept {
+    if constexpr (Surface::template kIsColorRun<Paint, Blend>) {
+        const auto run =
+            std::is_same_v<Blend, Source> ? kernels().runSource : kernels().runSourceOver;
+        return run(pixels + begin, end - begin, paint.color());
+    }
     if constexpr (std::is_same_v<Blend, Source> && kWritesPixels<Paint>) {
         for (int32_t x = begin; x < end;) {
             const int32_t partEnd = std::min(end, paint.partEnd(x));

@@ -25,6 +25,7 @@ public:
     SolidPaint(const SpanContext& span, int32_t /*y*/) noexcept : pixels_{span.color} {}
     static int32_t partEnd(int32_t /*x*/) noexcept { return std::numeric_limits<int32_t>::max(); }
     Pixels pixels(int32_t /*x*/, int32_t /*count*/) const noexcept { return pixels_; }
+    uint32_t color() const noexcept { return pixels_.color; }
 
 private:
     Pixels pixels_;

@@ -4,6 +4,7 @@
 
 #include "vg/raster/blend_modes.h"
 #include "vg/raster/pixel_io.h"
+#include "vg/raster/span_sources.h"
 
 namespace vg::raster {
 
@@ -12,6 +13,12 @@ namespace vg::raster {
 
 /// Both are premultiplied, as the blend modes want them.
 struct PremultipliedSurface {
+    /// Whether a kernel for runs of one colour does the blend.
+    template <class Paint, class Blend>
+    static constexpr bool kIsColorRun = std::is_same_v<Paint, SolidPaint> &&
+                                        (std::is_same_v<Blend, Source> ||
+                                         std::is_same_v<Blend, SourceOver>);
+
     /// Whether the kernel for pixels over pixels does the blend.
     template <class Blend, class Source>
     static constexpr bool kIsSourceOver =
@@ -36,6 +43,8 @@ inline uint32_t plainResult(uint32_t mixed, uint32_t premultipliedD, uint32_t d)
 /// Neither is premultiplied. They are for blending and mixing, so that the colour of transparent
 /// pixels does not bleed.
 struct PlainSurface {
+    template <class Paint, class Blend>
+    static constexpr bool kIsColorRun = false;
     template <class Blend, class Source>
     static constexpr bool kIsSourceOver = false;
 
