@@ -10,7 +10,7 @@
 #include "raster_fixture.h"
 #include "vg/raster/band_recorder.h"
 #include "vg/raster/band_replay.h"
-#include "vg/raster/sweep.h"
+#include "vg/raster/chain_sweep.h"
 #include "vg/raster/to_fixed.h"
 
 namespace vg::raster {
@@ -39,7 +39,7 @@ Picture sweep(const Shape& shape, float x, float y, FillRule rule, Quality quali
     FixedPolygon fixed;
     toFixed(shape, x, y, fixed);
     SweepTarget target = targetFor(picture);
-    Sweep sweep;
+    ChainSweep sweep;
     EXPECT_TRUE(sweep.run(fixed, rule, quality, target));
     return picture;
 }

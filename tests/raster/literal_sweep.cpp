@@ -2,13 +2,28 @@
 
 #include <algorithm>
 
+#include "vg/raster/crossing_samples.h"
 #include "vg/raster/span_builder.h"
 #include "vg/raster/trapezoid.h"
 
 namespace vg::raster {
 
-bool LiteralSweep::run(const FixedPolygon& polygon, FillRule rule, SweepTarget& target) noexcept {
+bool LiteralSweep::run(const FixedPolygon& polygon, FillRule rule, Quality quality,
+                       SweepTarget& target) noexcept {
     if (polygon.points.count() < 3) return true;
+    switch (quality) {
+        case Quality::kNonAntialiased:
+            return sweepSamples<CentreSample>(polygon, rule, target);
+        case Quality::kFaster:
+            return sweepSamples<HalfRowSample>(polygon, rule, target);
+        case Quality::kBetter:
+            break;
+    }
+    return sweepBands(polygon, rule, target);
+}
+
+bool LiteralSweep::sweepBands(const FixedPolygon& polygon, FillRule rule,
+                              SweepTarget& target) noexcept {
     if (!row_.reserve(target.surface.width) || !buildEdges(polygon, edges_) ||
         !lines_.collectVertexHeights(polygon) || !active_.begin(edges_, lines_)) {
         return false;
@@ -46,6 +61,36 @@ void LiteralSweep::addBand(FillRule rule, int32_t top, int32_t bottom) noexcept 
                     addBoundary(right, subtractTrapezoid);
                 });
     for (ActiveEdge& active : active_) active.xTop = active.xBottom;
+}
+
+template <class Sample>
+bool LiteralSweep::sweepSamples(const FixedPolygon& polygon, FillRule rule,
+                                SweepTarget& target) noexcept {
+    constexpr uint32_t kLowestBit = Sample::kFractions & (~Sample::kFractions + 1);
+    if (!row_.reserve(target.surface.width) || !buildEdges(polygon, edges_) ||
+        !lines_.collectSamples(polygon, Sample::kFractions) || !active_.begin(edges_, lines_)) {
+        return false;
+    }
+    target.span.cells = row_.cells();
+    row_.resetRange();
+    for (int32_t line = 0; line < lines_.count(); ++line) {
+        const int32_t y = lines_.height(line);
+        active_.advance(line, y);
+        addSampleLine<Sample>(rule, y);
+        if (1U << fractionOf(y) == kLowestBit) flushRow(pixelOf(y), target);
+    }
+    return true;
+}
+
+template <class Sample>
+void LiteralSweep::addSampleLine(FillRule rule, int32_t y) noexcept {
+    for (ActiveEdge& active : active_) active.xTop = active.xBottom = active.edge->xAt(y);
+    active_.sort();
+    forEachSpan(active_.begin(), active_.end(), rule,
+                [&](const ActiveEdge& left, const ActiveEdge& right) {
+                    Sample::add(row_, left.xTop, kPlus);
+                    Sample::add(row_, right.xTop, kMinus);
+                });
 }
 
 void LiteralSweep::flushRow(int32_t row, SweepTarget& target) noexcept {

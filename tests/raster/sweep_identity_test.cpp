@@ -7,6 +7,7 @@
 #include "literal_sweep.h"
 #include "raster_fixture.h"
 #include "vg/raster/blend_modes.h"
+#include "vg/raster/chain_sweep.h"
 #include "vg/raster/kernels.h"
 #include "vg/raster/span_selection.h"
 #include "vg/raster/to_fixed.h"
@@ -49,19 +50,29 @@ protected:
     void TearDown() override { (void)useKernelLevel(bestKernelLevel()); }
 
     ::testing::AssertionResult sameOn(const Shape& shape, int width, int height, int round) {
+        EXPECT_TRUE(transform_.run(shape.view(), {}, {0, 0, width, height}, fixed_));
+        for (const Quality quality : kQualities) {
+            const auto result = sameAt(quality, width, height, round);
+            if (!result) return result;
+        }
+        return ::testing::AssertionSuccess();
+    }
+
+private:
+    ::testing::AssertionResult sameAt(Quality quality, int width, int height, int round) {
         const Colour& colour = kColours[round % 4];
         const FillRule rule = kFillRules[round / 4 % 2];
         Picture expected(width, height, kBackground), actual(width, height, kBackground);
-        EXPECT_TRUE(transform_.run(shape.view(), {}, {0, 0, width, height}, fixed_));
         SweepTarget literalTarget = targetOf(expected, colour);
         SweepTarget target = targetOf(actual, colour);
-        EXPECT_TRUE(literal_.run(fixed_, rule, literalTarget));
-        EXPECT_TRUE(sweep_.run(fixed_, rule, Quality::kBetter, target));
+        EXPECT_TRUE(literal_.run(fixed_, rule, quality, literalTarget));
+        EXPECT_TRUE(sweep_.run(fixed_, rule, quality, target));
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x) {
                 if (expected.at(x, y) == actual.at(x, y)) continue;
                 return ::testing::AssertionFailure()
-                       << colour.name << ", rule " << static_cast<int>(rule) << ", round " << round
+                       << colour.name << ", rule " << static_cast<int>(rule) << ", quality "
+                       << std::hex << static_cast<int>(quality) << std::dec << ", round " << round
                        << ": pixel " << x << ' ' << y << " of " << width << 'x' << height
                        << std::hex << " is " << actual.at(x, y) << " instead of "
                        << expected.at(x, y);
@@ -70,11 +81,10 @@ protected:
         return ::testing::AssertionSuccess();
     }
 
-private:
     FixedTransform transform_;
     FixedPolygon fixed_;
     LiteralSweep literal_;
-    Sweep sweep_;
+    ChainSweep sweep_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Levels, SweepIdentity, ::testing::ValuesIn(kKernelLevels),

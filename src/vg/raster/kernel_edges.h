@@ -73,5 +73,22 @@ void evaluate(LiveChain* const* chains, int32_t count, const BandBlock& block) n
     for (int32_t i = 0; i < count; ++i) evaluateChain(*chains[i], block);
 }
 
+/// Half a pixel and less goes to the column on the left, more to the next.
+QUOR_LANES_INLINE U16s nearestColumn(U16s x) noexcept { return (x + 15) & 0xFFE0; }
+
+/// Makes sample lines of bands: every edge stands upright where it crosses the band's top, or on
+/// the side of the column that it belongs to. Rounding keeps the order.
+void standUpright(LiveChain* const* chains, int32_t count, bool onColumns) noexcept {
+    for (int32_t i = 0; i < count; ++i) {
+        LiveChain& chain = *chains[i];
+        for (int32_t l = 0; l < kBlockBands; l += kShorts) {
+            const auto crossing = load<U16s>(chain.top + l);
+            const U16s x = onColumns ? nearestColumn(crossing) : crossing;
+            store(chain.top + l, x);
+            store(chain.bottom + l, x);
+        }
+    }
+}
+
 }  // namespace
 }  // namespace vg::raster

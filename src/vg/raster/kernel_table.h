@@ -15,6 +15,7 @@ namespace vg::raster {
 constexpr Kernels QUOR_KERNELS = {
     &makeEdges,
     &evaluate,
+    &standUpright,
     &proveOrder,
     &orderLanes,
     &resolveLanes,

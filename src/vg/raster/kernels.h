@@ -37,6 +37,10 @@ struct Kernels {
     /// Fills the lanes of chains from their lane `first`, and sets `last`.
     void (*evaluate)(LiveChain* const* chains, int32_t count, const BandBlock& block) noexcept;
 
+    /// Gives the edges of all lanes the x of their tops at the bottom, too; `onColumns`: moved to a
+    /// column's left side.
+    void (*standUpright)(LiveChain* const* chains, int32_t count, bool onColumns) noexcept;
+
     /// True when in every band the chains come in order of top and of bottom; their signs are then
     /// right. Otherwise the signs mean nothing.
     bool (*proveOrder)(LiveChain* const* chains, int32_t count, FillRule rule) noexcept;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "vg/raster/chain_sweep.h"
 #include "vg/raster/draw_params.h"
-#include "vg/raster/sweep.h"
 #include "vg/raster/to_fixed.h"
 
 namespace vg::raster {
@@ -19,7 +19,7 @@ public:
 private:
     FixedTransform transform_;
     FixedPolygon fixed_;
-    Sweep sweep_;
+    ChainSweep sweep_;
 };
 
 /// The premultiplied pixel of a colour as 0xAARRGGBB: components clamped to 0..1, premultiplied in

@@ -1,7 +1,10 @@
-#include "vg/raster/exact_sweep.h"
+#include "vg/raster/chain_sweep.h"
 
 #include <algorithm>
 #include <iterator>
+
+#include "vg/raster/crossing_samples.h"
+#include "vg/raster/ring_delivery.h"
 
 namespace vg::raster {
 namespace {
@@ -10,7 +13,13 @@ struct ColumnRange {
     int32_t first, count;
 };
 
-/// The columns from a group boundary to the polygon's right end.
+/// Where a row's sample lines lie: bit f for f/32.
+uint32_t sampleFractions(Quality quality) noexcept {
+    return quality == Quality::kFaster ? HalfRowSample::kFractions : CentreSample::kFractions;
+}
+
+/// The columns from a group boundary to the polygon's right end, and one that the rounding of
+/// crossings may reach.
 ColumnRange columnsOf(const FixedPolygon& polygon) noexcept {
     uint16_t left = 0xFFFF, right = 0;
     for (const FixedPoint& point : polygon.points) {
@@ -18,7 +27,7 @@ ColumnRange columnsOf(const FixedPolygon& polygon) noexcept {
         right = std::max(right, point.x);
     }
     const int32_t first = pixelOf(left) & ~(CoverageRing::kGroup - 1);
-    return {first, pixelOf(right) + 1 - first};
+    return {first, pixelOf(right) + 2 - first};
 }
 
 /// Bands in all lanes are sorted together as long as few edges cross from one to the next: up to
@@ -34,35 +43,47 @@ bool isLeftOf(const LiveChain& a, const LiveChain& b, int32_t lane) noexcept {
 
 }  // namespace
 
-bool ExactSweep::run(const FixedPolygon& polygon, FillRule rule, const SweepLines& lines,
+bool ChainSweep::run(const FixedPolygon& polygon, FillRule rule, Quality quality,
                      SweepTarget& target) noexcept {
-    if (lines.count() < 2) return true;
-    if (!prepare(polygon, lines, target)) return false;
-    const int32_t lastLine = lines.count() - 1;
-    int32_t row = pixelOf(lines.height(1));  // the row of the next band
-    for (int32_t band = 0; band < lastLine; band += kBlockBands) {
-        loadBlock(band, lines);
+    quality_ = quality;
+    if (polygon.points.count() < 3) return true;
+    if (!collectLines(polygon)) return false;
+    if (bandCount_ < 1) return true;
+    if (!prepare(polygon, target)) return false;
+    int32_t row = rowOfBand(0);  // the row of the next band
+    for (int32_t band = 0; band < bandCount_; band += kBlockBands) {
+        loadBlock(band);
         startChains();
         const bool isOrdered = addBlock(rule);
         dropEndedChains();
         if (!isOrdered && live_.count() < denseCount_) restoreOrder();
         const int32_t next = band + kBlockBands;
         const int32_t nextRow =
-            next < lastLine ? pixelOf(lines.height(next + 1)) : pixelOf(lines.height(lastLine)) - 1;
-        flushRows(row, nextRow + 1, target);
+            next < bandCount_ ? rowOfBand(next) : pixelOf(lines_.height(lines_.count() - 1)) - 1;
+        deliverRows(ring_, originColumn_, row, nextRow + 1, target);
         row = nextRow;
     }
     return true;
 }
 
-bool ExactSweep::prepare(const FixedPolygon& polygon, const SweepLines& lines,
-                         const SweepTarget& target) noexcept {
+bool ChainSweep::collectLines(const FixedPolygon& polygon) noexcept {
+    const bool isDone = isExact() ? lines_.collectVertexHeights(polygon)
+                                  : lines_.collectSamples(polygon, sampleFractions(quality_));
+    bandCount_ = isExact() ? lines_.count() - 1 : lines_.count();
+    return isDone;
+}
+
+int32_t ChainSweep::rowOfBand(int32_t band) const noexcept {
+    return pixelOf(lines_.height(isExact() ? band + 1 : band));
+}
+
+bool ChainSweep::prepare(const FixedPolygon& polygon, const SweepTarget& target) noexcept {
     ColumnRange columns = columnsOf(polygon);
     if (target.flat == FlatBlend::kNone) columns = {0, columns.first + columns.count};
     originColumn_ = columns.first;
     denseCount_ = denseCountFor(columns.count);
     if (!ring_.reserve(columns.count)) return false;
-    if (!chains_.build(polygon, lines, originColumn_ * kSubpixels)) return false;
+    if (!chains_.build(polygon, lines_, originColumn_ * kSubpixels)) return false;
     const int32_t most = chains_.largestBlock();
     live_.clear();
     free_.clear();
@@ -75,20 +96,27 @@ bool ExactSweep::prepare(const FixedPolygon& polygon, const SweepLines& lines,
     return true;
 }
 
-void ExactSweep::loadBlock(int32_t firstBand, const SweepLines& lines) noexcept {
+void ChainSweep::loadBlock(int32_t firstBand) noexcept {
     static_assert(SweepLines::kPadding >= 2 * kBlockBands);
     block_.firstBand = firstBand;
-    const uint16_t* const heights = lines.heights() + firstBand;
+    const uint16_t* const heights = lines_.heights() + firstBand;
     std::copy_n(heights, std::size(block_.y), block_.y);
+    const int32_t sampleHeight = quality_ == Quality::kFaster ? kSubpixels / 2 : kSubpixels;
     for (int32_t l = 0; l < kBlockBands; ++l) {
-        block_.height[l] = block_.y[l] - block_.y[l + 1];
-        block_.rowStart[l] = ring_.rowStart(pixelOf(block_.y[l + 1]));
+        const bool isBand = firstBand + l < bandCount_;
+        block_.height[l] = isExact() ? block_.y[l] - block_.y[l + 1] : isBand ? sampleHeight : 0;
+        block_.rowStart[l] = ring_.rowStart(pixelOf(block_.y[isExact() ? l + 1 : l]));
     }
     for (LiveChain* chain : live_) chain->first = 0;
-    kernels().evaluate(live_.data(), live_.count(), block_);
+    evaluate(live_.data(), live_.count());
 }
 
-void ExactSweep::startChains() noexcept {
+void ChainSweep::evaluate(LiveChain* const* chains, int32_t count) noexcept {
+    kernels().evaluate(chains, count, block_);
+    if (!isExact()) kernels().standUpright(chains, count, quality_ == Quality::kNonAntialiased);
+}
+
+void ChainSweep::startChains() noexcept {
     for (int32_t lane = 0; lane < kBlockBands && block_.height[lane] != 0; ++lane) {
         for (int32_t i = chains_.firstAt(block_.firstBand + lane); i >= 0;) {
             const Chain& chain = chains_.chain(i);
@@ -98,18 +126,18 @@ void ExactSweep::startChains() noexcept {
     }
 }
 
-void ExactSweep::startChain(const Chain& chain, int32_t lane) noexcept {
+void ChainSweep::startChain(const Chain& chain, int32_t lane) noexcept {
     LiveChain* const live = free_.pop();
     live->edge = chains_.edges() + chain.firstEdge;
     live->step = chain.step;
     live->endBand = chain.endBand;
     live->first = lane;
-    kernels().evaluate(&live, 1, block_);
+    evaluate(&live, 1);
     fileByPosition(live, lane);
 }
 
 /// Files a chain among those that cross its first band. A wrong place costs time, no pixels.
-void ExactSweep::fileByPosition(LiveChain* chain, int32_t lane) noexcept {
+void ChainSweep::fileByPosition(LiveChain* chain, int32_t lane) noexcept {
     int32_t place = live_.count();
     if (place < denseCount_) {
         for (int32_t i = place - 1; i >= 0; --i) {
@@ -125,7 +153,7 @@ void ExactSweep::fileByPosition(LiveChain* chain, int32_t lane) noexcept {
     list[place] = chain;
 }
 
-bool ExactSweep::addBlock(FillRule rule) noexcept {
+bool ChainSweep::addBlock(FillRule rule) noexcept {
     const int32_t count = live_.count();
     if (count < denseCount_ && kernels().proveOrder(live_.data(), count, rule)) {
         kernels().addChains(live_.data(), count, block_, ring_.view());
@@ -135,7 +163,7 @@ bool ExactSweep::addBlock(FillRule rule) noexcept {
     return false;
 }
 
-void ExactSweep::addUnorderedBlock(FillRule rule) noexcept {
+void ChainSweep::addUnorderedBlock(FillRule rule) noexcept {
     const int32_t count = live_.count();
     if (count < denseCount_ && kernels().orderLanes(live_.data(), count, rows_.data())) {
         kernels().resolveLanes(rows_.data(), count, rule);
@@ -146,7 +174,7 @@ void ExactSweep::addUnorderedBlock(FillRule rule) noexcept {
 }
 
 /// Puts the list in the order of the block's end, the most likely one of the next block.
-void ExactSweep::restoreOrder() noexcept {
+void ChainSweep::restoreOrder() noexcept {
     constexpr int32_t kEnd = kBlockBands - 1;
     std::sort(live_.begin(), live_.end(), [](const LiveChain* a, const LiveChain* b) {
         return a->bottom[kEnd] != b->bottom[kEnd] ? a->bottom[kEnd] < b->bottom[kEnd]
@@ -154,7 +182,7 @@ void ExactSweep::restoreOrder() noexcept {
     });
 }
 
-void ExactSweep::dropEndedChains() noexcept {
+void ChainSweep::dropEndedChains() noexcept {
     const int32_t end = block_.firstBand + kBlockBands;
     LiveChain** kept = live_.begin();
     for (LiveChain* chain : live_) {
@@ -167,39 +195,8 @@ void ExactSweep::dropEndedChains() noexcept {
     live_.truncate(static_cast<int32_t>(kept - live_.begin()));
 }
 
-void ExactSweep::flushRows(int32_t top, int32_t bottom, SweepTarget& target) noexcept {
-    if (top < bottom) return;
-    if (target.flat == FlatBlend::kNone) {
-        for (int32_t row = top; row >= bottom; --row) flushRow(row, target);
-        return;
-    }
-    const PixelSurface& surface = target.surface;
-    const FlatRows rows = {ring_.view(),
-                           ring_.stride(),
-                           CoverageRing::kRows - 1,
-                           top,
-                           bottom,
-                           surface.row(top) + originColumn_,
-                           surface.width - originColumn_,
-                           surface.width,
-                           target.span.color};
-    target.flat == FlatBlend::kSource ? kernels().compositeSource(rows)
-                                      : kernels().compositeSourceOver(rows);
-}
-
-/// Delivers one row through the span function.
-void ExactSweep::flushRow(int32_t row, SweepTarget& target) noexcept {
-    const CellView cells = ring_.row(row);
-    int32_t first = 0, last = 0;
-    if (!takeTouchedRange(cells, ring_.groupCount(), first, last)) return;
-    const int32_t lastColumn = target.surface.width - 1;
-    target.span.cells = cells.cells;  // originColumn_ is 0
-    target.function(target.surface, target.span, row,
-                    std::min(first * CoverageRing::kGroup, lastColumn),
-                    std::min(last * CoverageRing::kGroup + CoverageRing::kGroup - 1, lastColumn));
-}
-
-void ExactSweep::shrinkToFit() noexcept {
+void ChainSweep::shrinkToFit() noexcept {
+    lines_.shrinkToFit();
     chains_.shrinkToFit();
     dense_.shrinkToFit();
     slots_.shrinkToFit();

@@ -3,12 +3,14 @@
 #include "vg/raster/coverage_ring.h"
 #include "vg/raster/dense_bands.h"
 #include "vg/raster/monotone_chains.h"
+#include "vg/raster/sweep_lines.h"
 #include "vg/raster/sweep_target.h"
 
 namespace vg::raster {
 
-/// The sweep of the best quality: exact areas in bands that end at every vertex height and every
-/// pixel-row boundary.
+/// The sweep of all qualities. The best one adds exact areas in bands that end at every vertex
+/// height and every pixel-row boundary. The others look at sample lines, two or one a pixel row,
+/// and a line is a band, too: of the part of the row that it stands for, between upright edges.
 ///
 /// Turned on its side: instead of all edges of one band, one monotone chain at sixteen bands at
 /// once, a band to a vector lane.
@@ -24,18 +26,20 @@ namespace vg::raster {
 /// Where the proof fails (edges cross, end at the same place in the wrong order, or were filed
 /// wrongly) the block is ordered lane by lane; with very many edges each band is sorted for itself
 /// (see DenseBands). The pixels do not depend on which road a block takes.
-class ExactSweep {
+class ChainSweep {
 public:
     /// False when memory runs out; the target may then be drawn on in part.
-    [[nodiscard]] bool run(const FixedPolygon& polygon, FillRule rule, const SweepLines& lines,
+    [[nodiscard]] bool run(const FixedPolygon& polygon, FillRule rule, Quality quality,
                            SweepTarget& target) noexcept;
 
     void shrinkToFit() noexcept;
 
 private:
-    [[nodiscard]] bool prepare(const FixedPolygon& polygon, const SweepLines& lines,
-                               const SweepTarget& target) noexcept;
-    void loadBlock(int32_t firstBand, const SweepLines& lines) noexcept;
+    [[nodiscard]] bool prepare(const FixedPolygon& polygon, const SweepTarget& target) noexcept;
+    [[nodiscard]] bool collectLines(const FixedPolygon& polygon) noexcept;
+    int32_t rowOfBand(int32_t band) const noexcept;
+    void loadBlock(int32_t firstBand) noexcept;
+    void evaluate(LiveChain* const* chains, int32_t count) noexcept;
     void startChains() noexcept;
     void startChain(const Chain& chain, int32_t lane) noexcept;
     void fileByPosition(LiveChain* chain, int32_t lane) noexcept;
@@ -44,9 +48,12 @@ private:
     void addUnorderedBlock(FillRule rule) noexcept;
     void restoreOrder() noexcept;
     void dropEndedChains() noexcept;
-    void flushRows(int32_t top, int32_t bottom, SweepTarget& target) noexcept;
-    void flushRow(int32_t row, SweepTarget& target) noexcept;
 
+    bool isExact() const noexcept { return quality_ == Quality::kBetter; }
+
+    Quality quality_ = Quality::kBetter;
+    SweepLines lines_;
+    int32_t bandCount_ = 0;
     MonotoneChains chains_;
     CoverageRing ring_;
     DenseBands dense_;
