@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "vg/engine.h"
+#include "vg/flatten.h"
 #include "vg/path.h"
+#include "vg/tolerance.h"
 #include "vg/vg.h"
 
 namespace vg {
@@ -36,12 +38,12 @@ void flatten(benchmark::State& state, VGubyte command) {
     appendCurves(path, command);
     FlatteningTolerance tolerance;
     tolerance.set(drawTolerance(0.0249F, static_cast<float>(state.range(0)) / 100.0F, nullptr));
+    FlattenedPath flattened;
     int64_t points = 0;
     for (auto _ : state) {
-        path.invalidate();
-        const FlattenedPath* flattened = flattenedPath(path, tolerance);
-        benchmark::DoNotOptimize(flattened);
-        points += flattened->points.count();
+        if (!vg::flatten(path, tolerance, flattened)) state.SkipWithError("no memory");
+        benchmark::DoNotOptimize(flattened.points.data());
+        points += flattened.points.count();
     }
     state.SetItemsProcessed(state.iterations() * kCurves);
     state.counters["points/curve"] =

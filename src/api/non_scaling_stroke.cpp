@@ -3,31 +3,18 @@
 #include <cmath>
 
 #include "base/finite.h"
-#include "svg/engine_error.h"
+#include "svg/shapes.h"
 
 namespace quor {
-
-Status transformedCopy(VGPath path, VGPath& copy) noexcept {
-    copy = vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1.0F, 0.0F, 0, 0,
-                        VG_PATH_CAPABILITY_ALL);
-    if (copy == VG_INVALID_HANDLE) return takeEngineError();
-    vgTransformPath(copy, path);
-    const Status status = takeEngineError();
-    if (status != Status::kOk) {
-        vgDestroyPath(copy);
-        copy = VG_INVALID_HANDLE;
-    }
-    return status;
-}
 
 float lengthScale(const SvgMatrix& transform) noexcept {
     return std::sqrt(std::fabs(transform.determinant()));
 }
 
-Status NonScalingStroke::setup(const SvgMatrix& transform, VGPath shapePath,
+Status NonScalingStroke::setup(const SvgMatrix& transform, SvgShape& shape,
                                bool& isDrawable) noexcept {
     if (!transform.isAnglePreserving()) {
-        const Status status = carryToSurface(shapePath);
+        const Status status = carryToSurface(transform, shape);
         isDrawable = status == Status::kOk;
         return status;
     }
@@ -40,10 +27,9 @@ Status NonScalingStroke::setup(const SvgMatrix& transform, VGPath shapePath,
     return Status::kOk;
 }
 
-Status NonScalingStroke::carryToSurface(VGPath shapePath) noexcept {
-    if (const Status status = transformedCopy(shapePath, path_); status != Status::kOk) {
-        return status;
-    }
+Status NonScalingStroke::carryToSurface(const SvgMatrix& transform, SvgShape& shape) noexcept {
+    const Status status = shape.findSurfacePath(transform, path_);
+    if (status != Status::kOk) return status;
     vgSeti(VG_MATRIX_MODE, VG_MATRIX_STROKE_PAINT_TO_USER);
     vgGetMatrix(savedStrokePaintMatrix_);
     vgSeti(VG_MATRIX_MODE, VG_MATRIX_PATH_USER_TO_SURFACE);
@@ -66,7 +52,6 @@ void NonScalingStroke::restore() noexcept {
         vgLoadMatrix(savedStrokePaintMatrix_);
         vgSeti(VG_MATRIX_MODE, VG_MATRIX_PATH_USER_TO_SURFACE);
         vgLoadMatrix(savedPathMatrix_);
-        vgDestroyPath(path_);
         path_ = VG_INVALID_HANDLE;
     }
 }

@@ -6,9 +6,7 @@
 
 namespace quor {
 
-/// Makes a new path that holds `path` as the engine's path matrix maps it. On failure there
-/// is none.
-Status transformedCopy(VGPath path, VGPath& copy) noexcept;
+class SvgShape;
 
 /// sqrt(|determinant|): how many times longer an angle-preserving transform makes lengths. One at
 /// or below base::kSmallestExtent leaves nothing to stroke.
@@ -27,7 +25,7 @@ public:
 
     /// Changes the engine's state until restore(). `isDrawable` false: the transform leaves
     /// nothing to stroke, or the setup failed. The transform is the one that the engine has.
-    Status setup(const SvgMatrix& transform, VGPath shapePath, bool& isDrawable) noexcept;
+    Status setup(const SvgMatrix& transform, SvgShape& shape, bool& isDrawable) noexcept;
 
     /// Puts back what setup() changed and nothing else.
     void restore() noexcept;
@@ -36,9 +34,9 @@ public:
     VGPath path() const noexcept { return path_; }
 
 private:
-    Status carryToSurface(VGPath shapePath) noexcept;
+    Status carryToSurface(const SvgMatrix& transform, SvgShape& shape) noexcept;
 
-    VGPath path_ = VG_INVALID_HANDLE;
+    VGPath path_ = VG_INVALID_HANDLE;  ///< the shape's
     bool hasSavedWidth_ = false;
     VGfloat savedWidth_ = 0.0F;
     VGfloat savedPathMatrix_[9] = {};         ///< while path_ is there

@@ -55,13 +55,13 @@ Status queryBounds(decltype(vgPathBounds)& query, VGPath path, Box& box) noexcep
 }
 
 /// The box of a stroke that is made on the surface.
-Status surfaceStrokeBounds(VGPath path, float extent, Box& box) noexcept {
+Status surfaceStrokeBounds(SvgShape& shape, const SvgMatrix& transform, float extent,
+                           Box& box) noexcept {
     VGPath surfacePath = VG_INVALID_HANDLE;
-    Status status = transformedCopy(path, surfacePath);
+    Status status = shape.findSurfacePath(transform, surfacePath);
     if (status != Status::kOk) return status;
     status = queryBounds(vgPathBounds, surfacePath, box);
     box = grown(box, extent);
-    vgDestroyPath(surfacePath);
     return status;
 }
 
@@ -80,7 +80,7 @@ Status SvgShape::contentBounds(Traversal& traversal, Box& box) noexcept {
     float width = style.strokeWidth;
     if (style.vectorEffect == SvgVectorEffect::kNonScalingStroke) {
         if (!transform.isAnglePreserving()) {
-            return surfaceStrokeBounds(path(), strokeExtent(style, width), box);
+            return surfaceStrokeBounds(*this, transform, strokeExtent(style, width), box);
         }
         const float scale = lengthScale(transform);
         if (!(scale > base::kSmallestExtent))

@@ -91,7 +91,7 @@ Status ShapePainter::setupPaints(PaintPass pass, DrawModes& modes) noexcept {
     if (includes(modes, DrawModes::kStroke) &&
         style_.vectorEffect == SvgVectorEffect::kNonScalingStroke) {
         bool isDrawable = false;
-        status = nonScalingStroke_.setup(traversal_.transform(), shape_.path(), isDrawable);
+        status = nonScalingStroke_.setup(traversal_.transform(), shape_, isDrawable);
         if (!isDrawable) modes = without(modes, DrawModes::kStroke);
     }
     return status != Status::kOk ? status : takeEngineError();

@@ -2,6 +2,7 @@
 
 #include "svg/length.h"
 #include "svg/node.h"
+#include "svg/surface_paths.h"
 #include "vg/vg.h"
 
 namespace quor {
@@ -28,6 +29,12 @@ public:
     /// empty path and while there is none. Errors stay pending in the engine.
     const Box& pathBounds() noexcept;
 
+    /// The path as the engine's path matrix, which is `transform`, maps it. Owned by the shape,
+    /// valid until the next call.
+    Status findSurfacePath(const SvgMatrix& transform, VGPath& surfacePath) noexcept {
+        return surfacePaths_.find(path_, transform, surfacePath);
+    }
+
 protected:
     /// An attribute as a finite length in user units; 0 when absent.
     float length(AttributeId id, LengthAxis axis) const noexcept;
@@ -38,6 +45,7 @@ private:
     VGPath path_ = VG_INVALID_HANDLE;
     Box pathBounds_;
     bool hasPathBounds_ = false;
+    SurfacePaths surfacePaths_;
 };
 
 class SvgCircle final : public SvgShape {

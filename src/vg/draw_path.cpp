@@ -6,20 +6,29 @@
 #include "vg/context.h"
 #include "vg/paint_params.h"
 #include "vg/path.h"
-#include "vg/path_query.h"
-#include "vg/raster/rasterizer.h"
+#include "vg/path_cache.h"
+#include "vg/scissored_fill.h"
 #include "vg/surface.h"
 #include "vg/vg.h"
 
 namespace vg {
 namespace {
 
-/// One call of vgDrawPath.
+/// One call of vgDrawPath. The path has its cache.
 struct DrawCall {
     Context& context;
     Surface& surface;
     Path& path;
     VGbitfield modes;
+
+    PathCache& cache() const noexcept { return *path.cache; }
+};
+
+/// What is filled: the path or its stroke.
+struct Shape {
+    raster::Polygon polygon;
+    uint64_t serial;  ///< stands for the polygon in its band cache; 0: it is not kept
+    raster::BandCache& bands;
 };
 
 raster::Affine pathMatrix(Context& context) noexcept {
@@ -38,12 +47,12 @@ int32_t pixelExtent(float low, float high) noexcept {
 const FlatteningTolerance& updateTolerance(const DrawCall& call) noexcept {
     Context& context = call.context;
     UserMatrix& matrix = context.matrix(VG_MATRIX_PATH_USER_TO_SURFACE);
-    matrix.update();
+    matrix.updateScales();
     StrokeTolerance stroke;
     const bool dependsOnStroke =
         (call.modes & VG_STROKE_PATH) != 0 && context.stroke.halfWidth > 1.0F;
     if (dependsOnStroke) {
-        const PathBox box = transformedPathBounds(call.path, matrix.value);
+        const PathBox box = call.cache().boundsUnder(call.path, matrix.value);
         stroke.halfWidth = context.stroke.halfWidth;
         stroke.isDashed = context.stroke.dashTotal > 0.0F;
         stroke.boundsWidth = pixelExtent(box.minX, box.maxX);
@@ -54,20 +63,37 @@ const FlatteningTolerance& updateTolerance(const DrawCall& call) noexcept {
     return context.tolerance;
 }
 
-raster::FillParams commonParams(const DrawCall& call) noexcept {
-    raster::FillParams params;
+raster::BandCacheRules bandCacheRules(const Context& context) noexcept {
+    const Configuration& settings = context.configuration;
+    const bool allowSnap = context.renderingQuality == VG_RENDERING_QUALITY_BETTER
+                               ? settings.allowVerticalSnapBetter
+                           : context.renderingQuality == VG_RENDERING_QUALITY_FASTER
+                               ? settings.allowVerticalSnapFaster
+                               : settings.allowVerticalSnapNonAntialiased;
+    return {settings.maxCachingBoxWidth, settings.maxCachingBoxHeight, allowSnap};
+}
+
+/// Bands are neither recorded nor replayed while there is a scissor. False when memory runs out.
+bool fillShape(const DrawCall& call, const Shape& shape, raster::FillParams& params) noexcept {
+    Context& context = call.context;
+    if (context.scissoring || shape.serial == 0) {
+        return fillScissored(context, call.surface, params);
+    }
+    params.clip = {0, 0, call.surface.width, call.surface.height};
+    return shape.bands.draw(context.rasterizer, params, shape.serial, bandCacheRules(context));
+}
+
+/// Fills the shape with the paint of the mode. False when memory runs out.
+bool paintShape(const DrawCall& call, VGPaintMode mode, const Shape& shape,
+                raster::FillParams& params) noexcept {
+    params.polygon = shape.polygon;
     params.userToSurface = pathMatrix(call.context);
     params.quality = static_cast<raster::Quality>(call.context.renderingQuality);
     params.surface = call.surface.view();
-    params.clip = {0, 0, call.surface.width, call.surface.height};
-    return params;
-}
-
-/// Fills with the paint of the mode. False when memory runs out.
-bool fillWith(const DrawCall& call, VGPaintMode mode, raster::FillParams& params) noexcept {
+    params.mask = activeMask(call.context, call.surface);
     switch (setupPaintParams(call.context, call.surface, mode, params.paint)) {
         case PaintSetup::kReady:
-            return call.context.rasterizer.fill(params);
+            return fillShape(call, shape, params);
         case PaintSetup::kDrawsNothing:
             return true;
         case PaintSetup::kOutOfMemory:
@@ -76,12 +102,15 @@ bool fillWith(const DrawCall& call, VGPaintMode mode, raster::FillParams& params
     return false;
 }
 
-bool drawFill(const DrawCall& call, const FlattenedPath& flattened) noexcept {
-    raster::FillParams params = commonParams(call);
-    params.polygon = flattened.polygon();
+bool drawFill(const DrawCall& call, const FlatteningTolerance& tolerance) noexcept {
+    const KeptFlattening* const flattening = call.cache().flatten(call.path, tolerance);
+    if (flattening == nullptr) return false;
+    raster::FillParams params;
     params.fillRule = static_cast<raster::FillRule>(call.context.fillRule);
     params.blendMode = call.context.fillBlendMode;
-    return fillWith(call, VG_FILL_PATH, params);
+    return paintShape(call, VG_FILL_PATH,
+                      {flattening->path.polygon(), flattening->serial, call.cache().fillBands},
+                      params);
 }
 
 StrokeParams strokeParams(const Context& context) noexcept {
@@ -101,17 +130,34 @@ StrokeParams strokeParams(const Context& context) noexcept {
     return params;
 }
 
+/// The outline of the stroke, in user space: kept from an earlier draw, or made and, unless it is
+/// too large, kept. False when memory runs out.
+bool findOutline(const DrawCall& call, const FlatteningTolerance& tolerance,
+                 Shape& shape) noexcept {
+    PathCache& cache = call.cache();
+    const StrokeParams params = strokeParams(call.context);
+    const KeptStroke* kept = cache.findStroke(params, tolerance.squared);
+    StrokeOutline& outline = call.context.strokeOutline;
+    if (kept == nullptr) {
+        const KeptFlattening* const flattening = cache.flatten(call.path, tolerance);
+        if (flattening == nullptr) return false;
+        if (!call.context.stroker.stroke(flattening->path, params, outline)) return false;
+        kept = cache.keepStroke(params, tolerance.squared, outline);
+    }
+    shape.polygon = kept != nullptr ? kept->outline.polygon() : outline.polygon();
+    shape.serial = kept != nullptr ? kept->serial : 0;
+    return true;
+}
+
 /// Strokes are made in user space, carried to the surface by the path matrix, and filled with the
 /// non-zero rule whatever the fill rule is.
-bool drawStroke(const DrawCall& call, const FlattenedPath& flattened) noexcept {
-    Context& context = call.context;
-    StrokeOutline& outline = context.strokeOutline;
-    if (!context.stroker.stroke(flattened, strokeParams(context), outline)) return false;
-    raster::FillParams params = commonParams(call);
-    params.polygon = outline.polygon();
+bool drawStroke(const DrawCall& call, const FlatteningTolerance& tolerance) noexcept {
+    Shape shape = {{}, 0, call.cache().strokeBands};
+    if (!findOutline(call, tolerance, shape)) return false;
+    raster::FillParams params;
     params.fillRule = raster::FillRule::kNonZero;
-    params.blendMode = context.strokeBlendMode;
-    return fillWith(call, VG_STROKE_PATH, params);
+    params.blendMode = call.context.strokeBlendMode;
+    return paintShape(call, VG_STROKE_PATH, shape, params);
 }
 
 /// Steps that were done before memory ran out are not done again.
@@ -121,14 +167,14 @@ struct DrawProgress {
 };
 
 bool draw(const DrawCall& call, DrawProgress& progress) noexcept {
-    const FlattenedPath* flattened = flattenedPath(call.path, updateTolerance(call));
-    if (flattened == nullptr) return false;
+    if (!call.path.ensureCache()) return false;
+    const FlatteningTolerance& tolerance = updateTolerance(call);
     if ((call.modes & VG_FILL_PATH) != 0 && !progress.filled) {
-        if (!drawFill(call, *flattened)) return false;
+        if (!drawFill(call, tolerance)) return false;
         progress.filled = true;
     }
     if ((call.modes & VG_STROKE_PATH) != 0 && !progress.stroked) {
-        if (!drawStroke(call, *flattened)) return false;
+        if (!drawStroke(call, tolerance)) return false;
         progress.stroked = true;
     }
     return true;

@@ -214,14 +214,4 @@ bool flatten(const Path& path, const FlatteningTolerance& tolerance,
     return false;
 }
 
-const FlattenedPath* flattenedPath(Path& path, const FlatteningTolerance& tolerance) noexcept {
-    if (path.flattenedSquared > 0.0F && path.flattenedSquared == tolerance.squared) {
-        return &path.flattened;
-    }
-    path.invalidate();
-    if (!flatten(path, tolerance, path.flattened)) return nullptr;
-    path.flattenedSquared = tolerance.squared;
-    return &path.flattened;
-}
-
 }  // namespace vg

@@ -3,10 +3,11 @@
 #include <cstdint>
 
 #include "vg/flattened_path.h"
-#include "vg/path.h"
 #include "vg/tolerance.h"
 
 namespace vg {
+
+struct Path;
 
 /// Most straight segments of one curve.
 inline constexpr int32_t kMaxCurveSegments = 4096;

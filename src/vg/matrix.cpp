@@ -61,8 +61,14 @@ void UserMatrix::setIdentity() noexcept { *this = UserMatrix(); }
 
 void UserMatrix::update() noexcept {
     if ((staleFlags & kInverseStale) != 0) isSingular = !invert(value, inverse);
-    if ((staleFlags & kScalesStale) != 0) findScales(value, scales);
+    updateScales();
     staleFlags = 0;
+}
+
+void UserMatrix::updateScales() noexcept {
+    if ((staleFlags & kScalesStale) == 0) return;
+    findScales(value, scales);
+    staleFlags &= ~kScalesStale;
 }
 
 Matrix3 multiply(const Matrix3& a, const Matrix3& b) noexcept {

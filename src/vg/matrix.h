@@ -26,6 +26,9 @@ struct UserMatrix {
 
     /// Brings inverse, isSingular and scales up to date if they are stale. Computed in double.
     void update() noexcept;
+
+    /// Brings the scales alone up to date.
+    void updateScales() noexcept;
 };
 
 /// a * b: b applies first.

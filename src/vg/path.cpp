@@ -5,8 +5,23 @@
 #include "base/finite.h"
 #include "vg/context.h"
 #include "vg/path_access.h"
+#include "vg/path_cache.h"
 
 namespace vg {
+
+Path::~Path() { delete cache; }
+
+bool Path::ensureCache() noexcept {
+    if (cache == nullptr) cache = new (std::nothrow) PathCache;
+    return cache != nullptr;
+}
+
+void Path::releaseCaches() noexcept {
+    delete cache;
+    cache = nullptr;
+}
+
+void Path::clearCache() noexcept { cache->clear(); }
 
 namespace {
 

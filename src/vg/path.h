@@ -1,14 +1,15 @@
 #pragma once
 
-#include "vg/flattened_path.h"
 #include "vg/object_handles.h"
-#include "vg/tolerance.h"
 
 namespace vg {
+
+struct PathCache;
 
 /// A path object: segment commands and their coordinates in the path's own datatype.
 struct Path final : Object {
     Path() noexcept : Object(ObjectKind::kPath) {}
+    ~Path() override;
 
     VGint datatype = VG_PATH_DATATYPE_F;
     float scale = 1.0F;
@@ -19,16 +20,21 @@ struct Path final : Object {
     base::Array<uint8_t> data;  ///< coordinates, coordinateCount of them, in the datatype
     int32_t coordinateCount = 0;
 
-    FlattenedPath flattened;         ///< valid while flattenedSquared > 0
-    float flattenedSquared = -1.0F;  ///< the tolerance that `flattened` was made with
+    PathCache* cache = nullptr;  ///< owned; null before the first draw, see ensureCache()
+
+    /// False when memory runs out.
+    [[nodiscard]] bool ensureCache() noexcept;
+
+    void releaseCaches() noexcept override;
 
     /// Must follow every change of segments or coordinates.
-    void invalidate() noexcept { flattenedSquared = -1.0F; }
-};
+    void invalidate() noexcept {
+        if (cache != nullptr) clearCache();
+    }
 
-/// The path as a polyline under the tolerance, made anew only when the tolerance has changed.
-/// Null when memory runs out.
-const FlattenedPath* flattenedPath(Path& path, const FlatteningTolerance& tolerance) noexcept;
+private:
+    void clearCache() noexcept;
+};
 
 /// Bytes of one coordinate of a datatype.
 inline int32_t coordinateSize(VGint datatype) noexcept {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <new>
 
+#include "vg/context.h"
 #include "vg/context_table.h"
 #include "vg/mask_values.h"
 

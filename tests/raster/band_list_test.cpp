@@ -53,24 +53,26 @@ void record(const Shape& shape, float x, float y, FillRule rule, Quality quality
     list.originY = y;
 }
 
-Picture replay(const BandList& list, Quality quality, float x, float y) {
-    Picture picture(kWidth, kHeight, 0xFF336699);
-    SweepTarget target = targetFor(picture);
-    CoverageRow row;
-    EXPECT_TRUE(row.reserve(kWidth));
-    target.span.cells = row.cells();
+/// Replays from the bands and from the cells, with rows composited and through the span function:
+/// the pictures must agree.
+Picture replay(BandList& list, Quality quality, float x, float y) {
     const BandShift shift = list.shiftTo(x, y);
     EXPECT_TRUE(list.fits(shift, kClip));
-    int32_t rowAbove = kHeight;
-    replayBands(list, quality, shift, row, [&](int32_t pixelRow) {
-        EXPECT_LT(pixelRow, rowAbove) << "each row once, from the top down";
-        rowAbove = pixelRow;
-        target.function(target.surface, target.span, pixelRow,
-                        std::min(pixelOf(row.minX()), kWidth - 1),
-                        std::min(pixelOf(row.maxX()), kWidth - 1));
-    });
-    for (int i = 0; i < kWidth; ++i) EXPECT_EQ(row.cells()[i], 0U);
-    return picture;
+    BandReplayer replayer;
+    std::vector<Picture> pictures;
+    for (const FlatBlend flat : {FlatBlend::kNone, FlatBlend::kSourceOver}) {
+        list.cells.clear();
+        list.cells.lastPhase = BandCells::kNoPhase;
+        for (const bool fromCells : {false, true}) {
+            pictures.emplace_back(kWidth, kHeight, 0xFF336699);
+            SweepTarget target = targetFor(pictures.back());
+            target.flat = flat;
+            EXPECT_TRUE(replayer.replayBands(list, quality, shift, target));
+            EXPECT_EQ(list.cells.phase != BandCells::kNoPhase, fromCells && list.nonEmpty);
+            EXPECT_EQ(pictures.back().pixels, pictures[0].pixels);
+        }
+    }
+    return pictures[0];
 }
 
 /// Slivers one above the other within a pixel row, gaps of rows, and rows that begin in the middle.
@@ -111,6 +113,55 @@ TEST(BandList, MovesByWholePixelsAsTheSweepWould) {
                           sweep(shape, 5.0F + dx, 8.5F + dy, FillRule::kNonZero, quality).pixels)
                     << dx << ", " << dy;
             }
+        }
+    }
+}
+
+TEST(BandList, ManyCellsAreNotKept) {
+    constexpr int kSide = 1400;  // two or three groups of cells a row, and more than 2048 in all
+    Shape diamond;
+    diamond.add({{10.0F, 700.0F}, {700.0F, 10.0F}, {1390.0F, 700.0F}, {700.0F, 1390.0F}});
+    FillParams params;
+    params.polygon = diamond.view();
+    params.clip = {0, 0, kSide, kSide};
+    Picture swept(kSide, kSide);
+    params.surface = swept.surface();
+    Rasterizer rasterizer;
+    ASSERT_TRUE(rasterizer.fill(params));
+    BandList list;
+    ASSERT_EQ(rasterizer.record(params, {128, kSide, false}, list), RecordResult::kTooLarge);
+    ASSERT_EQ(rasterizer.record(params, {kSide, kSide, false}, list), RecordResult::kRecorded);
+    for (int i = 0; i < 3; ++i) {
+        Picture replayed(kSide, kSide);
+        params.surface = replayed.surface();
+        ASSERT_TRUE(rasterizer.replay(params, list, list.shiftTo(0.0F, 0.0F)));
+        EXPECT_EQ(list.cells.phase, BandCells::kNoPhase);
+        EXPECT_TRUE(list.cells.areTooMany);
+        EXPECT_TRUE(swept.pixels == replayed.pixels);
+    }
+}
+
+TEST(BandList, AlignedRectanglesAreReplayedWhereverTheyGo) {
+    const Shape shape = rectangle(4.0F, 6.0F, 10.0F, 12.0F);
+    for (const Quality quality : kQualities) {
+        FillParams params;
+        params.polygon = shape.view();
+        params.quality = quality;
+        params.clip = kClip;
+        Rasterizer rasterizer;
+        BandList list;
+        ASSERT_EQ(rasterizer.record(params, {kWidth, kHeight, false}, list),
+                  RecordResult::kRecorded);
+        ASSERT_TRUE(list.isAlignedRectangle);
+        for (const float dx : {0.0F, 7.0F, 7.53125F}) {
+            params.userToSurface.m02 = dx;
+            params.userToSurface.m12 = -3.0F;
+            Picture swept(kWidth, kHeight), replayed(kWidth, kHeight);
+            params.surface = swept.surface();
+            ASSERT_TRUE(rasterizer.fill(params));
+            params.surface = replayed.surface();
+            ASSERT_TRUE(rasterizer.replay(params, list, list.shiftTo(dx, -3.0F)));
+            EXPECT_EQ(swept.pixels, replayed.pixels) << dx;
         }
     }
 }

@@ -274,19 +274,6 @@ TEST(Flatten, KeepsTheMinimumOfSubdivisions) {
     }
 }
 
-TEST(Flatten, IsDoneOncePerTolerance) {
-    Path path;
-    appendAll(path, {{VG_MOVE_TO, {0, 0}}, {VG_QUAD_TO, {50, 100, 100, 0}}});
-    const FlattenedPath* coarse = flattenedPath(path, toleranceOf(1.0));
-    ASSERT_NE(coarse, nullptr);
-    const int before = coarse->points.count();
-    path.flattened.points[1] = {-1.0F, -1.0F};  // shows whether it is made anew
-    EXPECT_EQ(flattenedPath(path, toleranceOf(1.0))->points[1].x, -1.0F);
-    EXPECT_GT(flattenedPath(path, toleranceOf(0.01))->points.count(), before);
-    appendAll(path, {{VG_LINE_TO, {0, 50}}});
-    EXPECT_EQ(flattenedPath(path, toleranceOf(0.01))->points.last().y, 50.0F);
-}
-
 TEST(Tolerance, FollowsScaleAndStroke) {
     EXPECT_FLOAT_EQ(drawTolerance(0.0249F, 1.0F, nullptr), 0.0249F);
     EXPECT_FLOAT_EQ(drawTolerance(0.0249F, 2.0F, nullptr), 0.0249F / 4);

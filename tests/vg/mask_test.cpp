@@ -267,6 +267,7 @@ TEST_F(Masks, RenderedAreTheCoverageOfADraw) {
     for (const VGint quality : {VG_RENDERING_QUALITY_NONANTIALIASED, VG_RENDERING_QUALITY_FASTER,
                                 VG_RENDERING_QUALITY_BETTER}) {
         vgSeti(VG_RENDERING_QUALITY, quality);
+        vgSeti(VG_MASKING, VG_FALSE);
         std::vector<uint8_t> coverage[2];
         for (const VGbitfield mode : {VG_FILL_PATH, VG_STROKE_PATH}) {
             ASSERT_TRUE(resizeSurface(surface, kWidth, kHeight));

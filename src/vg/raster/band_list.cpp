@@ -36,9 +36,11 @@ bool BandList::fits(const BandShift& shift, const PixelRect& clip) const noexcep
 
 void BandList::clear() noexcept {
     nonEmpty = false;
-    startY = minX = maxX = depth = 0;
+    isAlignedRectangle = false;
+    startY = minX = maxX = depth = largestBand = 0;
     coords.clear();
     bands.clear();
+    cells.clear();
 }
 
 bool allowsVerticalMove(Quality quality, bool allowSnapToPixel, float deltaY) noexcept {

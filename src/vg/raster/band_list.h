@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "base/array.h"
+#include "vg/raster/band_cells.h"
 #include "vg/raster/draw_params.h"
 
 namespace vg::raster {
@@ -41,6 +42,13 @@ struct BandList {
     uint16_t maxX = 0;
     uint16_t depth = 0;  ///< how far it reaches below startY
 
+    uint16_t largestBand = 0;  ///< the most values of a band
+
+    /// The path is a rectangle along pixel borders, and the box of all bands is that rectangle.
+    bool isAlignedRectangle = false;
+
+    BandCells cells;  ///< made by the replays
+
     int32_t bandCount() const noexcept { return bands.count(); }
 
     /// The shift for a path translated to (x, y): to 1/32 pixel across, both truncated toward the
@@ -51,6 +59,13 @@ struct BandList {
     bool fits(const BandShift& shift, const PixelRect& clip) const noexcept;
 
     void clear() noexcept;
+};
+
+/// What may be kept as a band list and how far it may move.
+struct BandCacheRules {
+    int32_t maxWidth = 0;  ///< of a path's box, in pixels; 0: nothing is kept
+    int32_t maxHeight = 0;
+    bool allowSnapToPixel = false;  ///< a path may move up and down by whole pixels only
 };
 
 /// True when a list made at one translation may stand for the path at another, `deltaY` pixels

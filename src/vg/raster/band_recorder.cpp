@@ -44,7 +44,10 @@ public:
         list_.nonEmpty = !list_.bands.isEmpty();
         if (!list_.nonEmpty) return;
         int32_t height = 0;
-        for (const Band& band : list_.bands) height += band.height;
+        for (const Band& band : list_.bands) {
+            height += band.height;
+            list_.largestBand = std::max(list_.largestBand, band.coordCount);
+        }
         list_.depth = static_cast<uint16_t>(height - raise);
         const auto [least, greatest] =
             std::minmax_element(list_.coords.begin(), list_.coords.end());

@@ -6,7 +6,13 @@
 
 namespace vg::raster {
 
-enum class RecordResult { kRecorded, kTooManyCoords, kOutOfMemory };
+enum class RecordResult {
+    kRecorded,
+    kTooManyCoords,
+    kTooLarge,  ///< the polygon's box (Rasterizer::record only)
+    kClipped,   ///< part of the polygon lies outside the clip (Rasterizer::record only)
+    kOutOfMemory,
+};
 
 /// Makes band lists of polygons: the sweep, but for the coverage. Replaying the list where it was
 /// made gives the pixels that sweeping the polygon gives.

@@ -1,67 +1,34 @@
 #pragma once
 
 #include "vg/raster/band_list.h"
-#include "vg/raster/coverage_row.h"
-#include "vg/raster/crossing_samples.h"
-#include "vg/raster/trapezoid.h"
+#include "vg/raster/coverage_ring.h"
+#include "vg/raster/live_chain.h"
+#include "vg/raster/sweep_target.h"
 
 namespace vg::raster {
 
-/// Both anti-aliased qualities: half rows are recorded as bands with upright edges.
-template <class FlushRow>
-void replayTrapezoids(const BandList& list, const BandShift& shift, CoverageRow& row,
-                      FlushRow flushRow) noexcept {
-    const uint16_t* x = list.coords.data();
-    int32_t y = shift.startY;
-    for (const Band& band : list.bands) {
-        for (const uint16_t* const end = x + band.coordCount; x != end; x += 4) {
-            const int32_t leftTop = x[0] + shift.dx, leftBottom = x[1] + shift.dx;
-            const int32_t rightTop = x[2] + shift.dx, rightBottom = x[3] + shift.dx;
-            addTrapezoid(row.cells(), leftTop, leftBottom, band.height);
-            subtractTrapezoid(row.cells(), rightTop, rightBottom, band.height);
-            row.touch(leftTop, leftBottom);
-            row.touch(rightTop, rightBottom);
-        }
-        const int32_t pixelRow = pixelOf(y - 1);  // of the band, or of its top when it is empty
-        y -= band.height;
-        if (y <= pixelRow << kSubpixelBits) flushRow(pixelRow);
-    }
-    flushRow(pixelOf(y));
-}
+/// Draws band lists: the sweep without transform, edges, sorting and fill rule. The coverage of
+/// sixteen pixel rows at a time is delivered to the target as the exact sweep does it, in every
+/// quality. A list that comes again at the same place within the pixel is drawn from its cells.
+class BandReplayer {
+public:
+    /// Precondition: list.fits() the shift inside the surface. False when memory runs out; nothing
+    /// is drawn then.
+    [[nodiscard]] bool replayBands(BandList& list, Quality quality, const BandShift& shift,
+                                   SweepTarget& target) noexcept;
 
-template <class FlushRow>
-void replayCentres(const BandList& list, const BandShift& shift, CoverageRow& row,
-                   FlushRow flushRow) noexcept {
-    const uint16_t* x = list.coords.data();
-    int32_t y = (shift.startY & 0xFFF0) | 16;  // the centre of the row
-    for (const Band& band : list.bands) {
-        for (const uint16_t* const end = x + band.coordCount; x != end; x += 2) {
-            CentreSample::add(row, x[0] + shift.dx, kPlus);
-            CentreSample::add(row, x[1] + shift.dx, kMinus);
-        }
-        flushRow(pixelOf(y));
-        if (y == 16) return;
-        y -= band.height;
-    }
-}
+    void shrinkToFit() noexcept { rows_.shrinkToFit(); }
 
-/// Draws a band list: adds its edges to the coverage row and calls sink(y) for every pixel row y
-/// that they touch, from the top down. The sink consumes the cells of the touched range. The row
-/// must be as wide as the clip that list.fits(), and zero.
-template <class Sink>
-void replayBands(const BandList& list, Quality quality, const BandShift& shift, CoverageRow& row,
-                 Sink&& sink) noexcept {
-    if (!list.nonEmpty) return;
-    const auto flushRow = [&](int32_t y) {
-        if (row.isTouched()) sink(y);
-        row.resetRange();
-    };
-    row.resetRange();
-    if (quality == Quality::kNonAntialiased) {
-        replayCentres(list, shift, row, flushRow);
-    } else {
-        replayTrapezoids(list, shift, row, flushRow);
-    }
-}
+private:
+    bool hasCells(BandList& list, Quality quality, int32_t phase) noexcept;
+    bool makeCells(BandList& list, Quality quality, int32_t phase) noexcept;
+
+    template <class Window>
+    void addBands(const BandList& list, Quality quality, const BandShift& shift,
+                  int32_t originColumn, Window&& window) noexcept;
+
+    CoverageRing ring_;
+    base::Array<BoundaryRow> rows_;  ///< as many as a band has boundaries
+};
 
 }  // namespace vg::raster

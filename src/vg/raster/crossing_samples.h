@@ -12,8 +12,12 @@ namespace vg::raster {
 struct CentreSample {
     static constexpr uint32_t kFractions = 1U << 16;
 
+    static int32_t columnOf(int32_t x) noexcept {
+        return pixelOf(x) + (fractionOf(x) > 16 ? 1 : 0);
+    }
+
     static void add(CoverageRow& row, int32_t x, uint32_t sign) noexcept {
-        const int32_t column = pixelOf(x) + (fractionOf(x) > 16 ? 1 : 0);
+        const int32_t column = columnOf(x);
         row.add(column, kFullCoverage * sign);
         row.touch(column << kSubpixelBits, column << kSubpixelBits);
     }

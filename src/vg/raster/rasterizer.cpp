@@ -1,5 +1,7 @@
 #include "vg/raster/rasterizer.h"
 
+#include <algorithm>
+
 #include "vg/raster/aligned_rectangle.h"
 #include "vg/raster/paint_setup.h"
 
@@ -14,15 +16,38 @@ void fillAlignedRectangle(const SweepTarget& target, const PixelRect& rect,
     }
 }
 
+/// Chooses the functions of a draw. There are none when it changes no pixel.
+SpanFunctions setupTarget(const FillParams& params, SweepTarget& target) noexcept {
+    target.surface = params.surface;
+    const SpanFunctions functions = setupPaint(params, target.span);
+    target.function = functions.span;
+    target.flat = functions.flat;
+    return functions;
+}
+
+bool isWithin(const FixedPolygon& polygon, int32_t maxWidth, int32_t maxHeight) noexcept {
+    int32_t minX = kMaxCoordinate, minY = kMaxCoordinate, maxX = 0, maxY = 0;
+    for (const FixedPoint& point : polygon.points) {
+        minX = std::min<int32_t>(minX, point.x);
+        minY = std::min<int32_t>(minY, point.y);
+        maxX = std::max<int32_t>(maxX, point.x);
+        maxY = std::max<int32_t>(maxY, point.y);
+    }
+    return maxX - minX <= maxWidth * kSubpixels && maxY - minY <= maxHeight * kSubpixels;
+}
+
+/// The box of a rectangle along pixel borders; startY is its top or the centre of its top row.
+PixelRect movedBox(const BandList& list, const BandShift& shift) noexcept {
+    return {pixelOf(list.minX + shift.dx), pixelOf(shift.startY - list.depth),
+            pixelOf(list.maxX + shift.dx), pixelOf(shift.startY + kSubpixelMask)};
+}
+
 }  // namespace
 
 bool Rasterizer::fill(const FillParams& params) noexcept {
     SweepTarget target;
-    target.surface = params.surface;
-    const SpanFunctions functions = setupPaint(params, target.span);
+    const SpanFunctions functions = setupTarget(params, target);
     if (functions.span == nullptr) return true;
-    target.function = functions.span;
-    target.flat = functions.flat;
     if (!transform_.run(params.polygon, params.userToSurface, params.clip, fixed_)) {
         return false;
     }
@@ -34,11 +59,40 @@ bool Rasterizer::fill(const FillParams& params) noexcept {
     return sweep_.run(fixed_, params.fillRule, params.quality, target);
 }
 
+RecordResult Rasterizer::record(const FillParams& params, const BandCacheRules& rules,
+                                BandList& list) noexcept {
+    list.clear();
+    if (!transform_.run(params.polygon, params.userToSurface, params.clip, fixed_)) {
+        return RecordResult::kOutOfMemory;
+    }
+    if (transform_.wasClipped()) return RecordResult::kClipped;
+    if (!isWithin(fixed_, rules.maxWidth, rules.maxHeight)) return RecordResult::kTooLarge;
+    const RecordResult result = recorder_.record(fixed_, params.fillRule, params.quality, list);
+    list.originX = params.userToSurface.m02;
+    list.originY = params.userToSurface.m12;
+    PixelRect rect;
+    list.isAlignedRectangle = list.nonEmpty && isAlignedRectangle(fixed_, rect);
+    return result;
+}
+
+bool Rasterizer::replay(const FillParams& params, BandList& list, const BandShift& shift) noexcept {
+    SweepTarget target;
+    const SpanFunctions functions = setupTarget(params, target);
+    if (functions.span == nullptr) return true;
+    if (list.isAlignedRectangle && fractionOf(shift.dx) == 0) {
+        fillAlignedRectangle(target, movedBox(list, shift), functions.run);
+        return true;
+    }
+    return replayer_.replayBands(list, params.quality, shift, target);
+}
+
 void Rasterizer::shrinkBuffers() noexcept {
     transform_.shrinkToFit();
     fixed_.points.shrinkToFit();
     fixed_.contourSizes.shrinkToFit();
     sweep_.shrinkToFit();
+    recorder_.shrinkToFit();
+    replayer_.shrinkToFit();
 }
 
 }  // namespace vg::raster

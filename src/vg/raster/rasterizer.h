@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vg/raster/band_recorder.h"
+#include "vg/raster/band_replay.h"
 #include "vg/raster/chain_sweep.h"
 #include "vg/raster/draw_params.h"
 #include "vg/raster/to_fixed.h"
@@ -13,6 +15,16 @@ public:
     /// part, and the next call starts afresh.
     [[nodiscard]] bool fill(const FillParams& params) noexcept;
 
+    /// Records the polygon, where it is, as a band list. Without kRecorded the list is empty.
+    [[nodiscard]] RecordResult record(const FillParams& params, const BandCacheRules& rules,
+                                      BandList& list) noexcept;
+
+    /// Draws a band list in place of the polygon, with the paint, blend mode and mask of `params`.
+    /// Precondition: the list fits the shift inside params.clip. False when memory runs out;
+    /// nothing is drawn then.
+    [[nodiscard]] bool replay(const FillParams& params, BandList& list,
+                              const BandShift& shift) noexcept;
+
     /// Gives back the memory that the last fill did not use.
     void shrinkBuffers() noexcept;
 
@@ -20,6 +32,8 @@ private:
     FixedTransform transform_;
     FixedPolygon fixed_;
     ChainSweep sweep_;
+    BandRecorder recorder_;
+    BandReplayer replayer_;
 };
 
 /// The premultiplied pixel of a colour as 0xAARRGGBB: components clamped to 0..1, premultiplied in

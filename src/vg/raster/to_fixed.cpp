@@ -56,10 +56,11 @@ bool FixedTransform::run(const Polygon& polygon, const Affine& userToSurface, co
                          FixedPolygon& fixed) noexcept {
     fixed.clear();
     const ClipLimits limits = limitsOf(clip);
-    if (isEmpty(limits) || polygon.pointCount == 0) return true;
+    wasClipped_ = isEmpty(limits);
+    if (wasClipped_ || polygon.pointCount == 0) return true;
     if (!scaled_.resize(polygon.pointCount)) return false;
-    return transform(polygon, userToSurface, limits) ? roundAll(polygon, fixed)
-                                                     : clipContours(polygon, limits, fixed);
+    wasClipped_ = !transform(polygon, userToSurface, limits);
+    return wasClipped_ ? clipContours(polygon, limits, fixed) : roundAll(polygon, fixed);
 }
 
 bool FixedTransform::transform(const Polygon& polygon, const Affine& m,

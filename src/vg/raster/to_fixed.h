@@ -12,6 +12,9 @@ public:
     [[nodiscard]] bool run(const Polygon& polygon, const Affine& userToSurface,
                            const PixelRect& clip, FixedPolygon& fixed) noexcept;
 
+    /// Whether a point of the last polygon was outside the clip, or not finite.
+    bool wasClipped() const noexcept { return wasClipped_; }
+
     void shrinkToFit() noexcept;
 
 private:
@@ -24,6 +27,7 @@ private:
 
     base::Array<Point> scaled_;  ///< 1/32 pixel, not rounded
     PolygonClipper clipper_;
+    bool wasClipped_ = false;
 };
 
 }  // namespace vg::raster

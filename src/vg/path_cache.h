@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+
+#include "base/array.h"
+#include "vg/flattened_path.h"
+#include "vg/matrix.h"
+#include "vg/path_query.h"
+#include "vg/raster/band_cache.h"
+#include "vg/recent_cache.h"
+#include "vg/stroker.h"
+#include "vg/tolerance.h"
+
+namespace vg {
+
+struct Path;
+
+/// A path as straight segments under one tolerance.
+struct KeptFlattening {
+    uint64_t serial = 0;
+    float toleranceSquared = 0.0F;
+    FlattenedPath path;
+
+    size_t byteCount() const noexcept;
+};
+
+/// The outline of a path under one tolerance and one state of the stroke.
+struct KeptStroke {
+    uint64_t serial = 0;
+    float toleranceSquared = 0.0F;
+    StrokeParams params;  ///< its dashes point to those below
+    base::Array<float> dashes;
+    StrokeOutline outline;
+
+    size_t byteCount() const noexcept;
+};
+
+/// What draws of a path leave for the next ones. Forgotten when the path changes.
+///
+/// Of flattenings and of outlines there are at most 64 KiB each, besides the latest flattening
+/// however long it is; a longer outline is made anew at each draw. Either band list has at most
+/// 128 KiB of values, as many bands, and 72 KiB of cells.
+struct PathCache {
+    RecentCache<KeptFlattening> flattenings;
+    RecentCache<KeptStroke> strokes;
+    raster::BandCache fillBands;
+    raster::BandCache strokeBands;
+
+    /// The path as straight segments, made unless it is there. Null when memory runs out.
+    const KeptFlattening* flatten(const Path& path, const FlatteningTolerance& tolerance) noexcept;
+
+    /// The kept outline of a stroke, or null.
+    const KeptStroke* findStroke(const StrokeParams& params, float toleranceSquared) noexcept;
+
+    /// Keeps a copy of an outline. Null when it is too large or memory runs out.
+    const KeptStroke* keepStroke(const StrokeParams& params, float toleranceSquared,
+                                 const StrokeOutline& outline) noexcept;
+
+    /// The tight box of the path under the matrix; the last one is kept.
+    PathBox boundsUnder(const Path& path, const Matrix3& matrix) noexcept;
+
+    void clear() noexcept;
+
+private:
+    bool hasBounds_ = false;
+    Matrix3 boundsMatrix_;
+    PathBox bounds_;
+};
+
+}  // namespace vg
