@@ -207,9 +207,9 @@ QUOR_API uint32_t quorDocViewportAlignmentSet(uint32_t document, const uint32_t*
  * Clears the surface (unless quorClearPerform turned that off) and draws the document on it at a
  * QUOR_RENDERING_QUALITY_.... Document 0 clears only. 0, 1, 2, 3 for an unknown quality, 4, 6, 9;
  * a draw that fails part-way leaves the surface partly drawn.
- * A shape of up to 128 by 128 pixels that comes again at another place, by `use` or in a later draw,
- * is a moved copy of its first coverage: to 1/32 pixel, and at the two lower qualities by whole pixel
- * rows.
+ * A shape of up to 128 by 128 pixels that comes again at another place, by `use` or in a later
+ * draw, is a moved copy of its first coverage: to 1/32 pixel, and at the two lower qualities by
+ * whole pixel rows.
  */
 QUOR_API uint32_t quorDocDraw(uint32_t document, uint32_t surface, uint32_t renderingQuality);
 
