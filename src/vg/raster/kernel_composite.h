@@ -110,13 +110,16 @@ inline void blendPart(const Paint& paint, uint32_t* pixels, int32_t count, U32s 
     std::memcpy(pixels, part, size);
 }
 
-/// `count` wholly covered pixels.
+/// `count` wholly covered pixels. The last vector reaches back over some that others have done too,
+/// so it is made from what was there before.
 template <class Paint>
 void run(uint32_t* pixels, int32_t count, uint32_t color) noexcept {
     const Paint paint(color);
-    const int32_t whole = count & ~(kWords - 1);
-    blendRun(paint, pixels, whole, 256);
-    blendPart(paint, pixels + whole, count - whole, U32s{} + 256);
+    if (count < kWords) return blendPart(paint, pixels, count, U32s{} + 256);
+    uint32_t* const last = pixels + (count - kWords);
+    const U32s lastPixels = paint.full(load<U32s>(last));
+    blendRun(paint, pixels, (count - 1) & ~(kWords - 1), 256);
+    store(last, lastPixels);
 }
 
 /// One row of cells and what it is drawn on.

@@ -111,17 +111,25 @@ QUOR_LANES_INLINE U32s over(U32s s, U32s d) noexcept {
     return s + (scaledLow | scaledHigh);
 }
 
+/// Less than a vector of pixels.
+inline void sourceOverPart(const uint32_t* source, uint32_t* pixels, int32_t count) noexcept {
+    uint32_t s[kWords] = {}, d[kWords] = {};
+    const size_t size = static_cast<size_t>(count) * sizeof(uint32_t);
+    std::memcpy(s, source, size);
+    std::memcpy(d, pixels, size);
+    store(d, over(load<U32s>(s), load<U32s>(d)));
+    std::memcpy(pixels, d, size);
+}
+
+/// The last vector as in run().
 void sourceOver(const uint32_t* source, uint32_t* pixels, int32_t count) noexcept {
-    int32_t i = 0;
-    for (; i + kWords <= count; i += kWords) {
+    if (count < kWords) return sourceOverPart(source, pixels, count);
+    const int32_t last = count - kWords;
+    const U32s lastPixels = over(load<U32s>(source + last), load<U32s>(pixels + last));
+    for (int32_t i = 0; i < last; i += kWords) {
         store(pixels + i, over(load<U32s>(source + i), load<U32s>(pixels + i)));
     }
-    uint32_t s[kWords] = {}, d[kWords] = {};
-    const size_t rest = static_cast<size_t>(count - i) * sizeof(uint32_t);
-    std::memcpy(s, source + i, rest);
-    std::memcpy(d, pixels + i, rest);
-    store(d, over(load<U32s>(s), load<U32s>(d)));
-    std::memcpy(pixels + i, d, rest);
+    store(pixels + last, lastPixels);
 }
 
 }  // namespace
