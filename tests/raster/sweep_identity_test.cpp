@@ -188,9 +188,10 @@ TEST_P(SweepIdentity, OfNoise) {
         int points;
         int width, height;
     };
-    const Noise cases[] = {{60, 3, 50},     {300, 40, 40},    {800, 256, 64}, {3000, 64, 64},
-                           {4000, 900, 40}, {2500, 2000, 30}, {500, 2, 3},    {1500, 1, 300}};
-    for (int round = 0; round < 40; ++round) {
+    const Noise cases[] = {{60, 3, 50},    {300, 40, 40},   {800, 256, 64},
+                           {3000, 64, 64}, {4000, 900, 40}, {2500, 2000, 30},
+                           {500, 2, 3},    {1500, 1, 300},  {30000, 1200, 2}};
+    for (int round = 0; round < 36; ++round) {
         const Noise& noise = cases[static_cast<size_t>(round / 4) % std::size(cases)];
         std::vector<Point> contour;
         for (int i = 0; i < noise.points; ++i) {
@@ -200,6 +201,45 @@ TEST_P(SweepIdentity, OfNoise) {
         Shape shape;
         shape.add(contour);
         ASSERT_TRUE(sameOn(shape, noise.width, noise.height, round + round / 4 % 2 * 4));
+    }
+}
+
+TEST_P(SweepIdentity, OfManyEdgesInOnePlace) {
+    // Spokes from a few hubs: more edges than one place has room for, on top of much noise.
+    std::mt19937 random(108);
+    for (int round = 0; round < 24; ++round) {
+        const int side = pick(random, 2, 24), hubs = pick(random, 1, 3);
+        const auto size = static_cast<float>(side);
+        Shape shape = randomShape(random, 1, 20 * side, 0, size);
+        for (int hub = 0; hub < hubs; ++hub) {
+            const Point centre = {uniform(random, 0, size), uniform(random, 0, size)};
+            std::vector<Point> contour;
+            for (int i = 0; i < 60; ++i) {
+                contour.push_back(centre);
+                contour.push_back({uniform(random, 0, size), uniform(random, 0, size)});
+            }
+            shape.add(contour);
+        }
+        ASSERT_TRUE(sameOn(shape, side, side, round));
+    }
+}
+
+TEST_P(SweepIdentity, OfLongContoursWithFlatSteps) {
+    // Stairs up and down, thinner than the sample lines are apart, turning at every place of a
+    // word of directions.
+    std::mt19937 random(109);
+    for (int round = 0; round < 400; ++round) {
+        std::vector<Point> contour;
+        float x = 0, y = uniform(random, 0, 40);
+        for (int steps = pick(random, 1, 150); steps > 0; --steps) {
+            if (pick(random, 0, 2) == 0) y = uniform(random, 0, 40);
+            if (pick(random, 0, 1) == 0) y += uniform(random, 0, 0.3F);
+            x += uniform(random, 0, 0.4F);
+            contour.push_back({x, std::min(y, 40.0F)});
+        }
+        Shape shape;
+        shape.add(contour);
+        ASSERT_TRUE(sameOn(shape, 64, 40, round));
     }
 }
 

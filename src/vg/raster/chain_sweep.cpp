@@ -1,6 +1,7 @@
 #include "vg/raster/chain_sweep.h"
 
 #include <algorithm>
+#include <bit>
 #include <iterator>
 
 #include "vg/raster/crossing_samples.h"
@@ -18,16 +19,13 @@ uint32_t sampleFractions(Quality quality) noexcept {
     return quality == Quality::kFaster ? HalfRowSample::kFractions : CentreSample::kFractions;
 }
 
-/// The columns from a group boundary to the polygon's right end, and one that the rounding of
-/// crossings may reach.
-ColumnRange columnsOf(const FixedPolygon& polygon) noexcept {
-    uint16_t left = 0xFFFF, right = 0;
-    for (const FixedPoint& point : polygon.points) {
-        left = std::min(left, point.x);
-        right = std::max(right, point.x);
-    }
-    const int32_t first = pixelOf(left) & ~(CoverageRing::kGroup - 1);
-    return {first, pixelOf(right) + 2 - first};
+/// The columns of a box, and one that the rounding of crossings may reach. Few columns are taken as
+/// they are, so that they are in fewer groups; of many, groups and pixels begin at the same places.
+ColumnRange columnsOf(const FixedBox& box) noexcept {
+    constexpr int32_t kFew = 3 * CoverageRing::kGroup;
+    const int32_t left = pixelOf(box.minX), end = pixelOf(box.maxX) + 2;
+    const int32_t first = end - left < kFew ? left : left & ~(CoverageRing::kGroup - 1);
+    return {first, end - first};
 }
 
 /// Bands in all lanes are sorted together as long as few edges cross from one to the next: up to
@@ -37,8 +35,15 @@ int32_t denseCountFor(int32_t columns) noexcept {
     return std::clamp(columns * (kSubpixels / 4), 32, 1024);
 }
 
-bool isLeftOf(const LiveChain& a, const LiveChain& b, int32_t lane) noexcept {
-    return a.top[lane] != b.top[lane] ? a.top[lane] < b.top[lane] : a.bottom[lane] < b.bottom[lane];
+/// Compares a chain at its first band, and further down as long as the two are in one place, with
+/// one that began no lower; where that one has ended already, with its end.
+bool isLeftOf(const LiveChain& chain, const LiveChain& other) noexcept {
+    int32_t lane = chain.first;
+    const int32_t otherLane = std::min(lane, other.last - 1);
+    if (chain.top[lane] != other.top[otherLane]) return chain.top[lane] < other.top[otherLane];
+    const int32_t last = std::min(chain.last, other.last) - 1;
+    while (lane < last && chain.bottom[lane] == other.bottom[lane]) ++lane;
+    return chain.bottom[lane] < other.bottom[std::min(lane, otherLane)];
 }
 
 }  // namespace
@@ -47,9 +52,20 @@ bool ChainSweep::run(const FixedPolygon& polygon, FillRule rule, Quality quality
                      SweepTarget& target) noexcept {
     quality_ = quality;
     if (polygon.points.count() < 3) return true;
-    if (!collectLines(polygon)) return false;
+    const FixedBox box = kernels().boxOf(polygon.points.data(), polygon.points.count());
+    if (!collectLines(polygon, box)) return false;
     if (bandCount_ < 1) return true;
-    if (!prepare(polygon, target)) return false;
+    if (!prepare(polygon, box, target)) return false;
+    if (chains_.count() == 0) return true;
+    if (isNoise_) {
+        noise_.run(chains_, rule, lines_, dense_, ring_, originColumn_, target);
+    } else {
+        runBlocks(rule, target);
+    }
+    return true;
+}
+
+void ChainSweep::runBlocks(FillRule rule, SweepTarget& target) noexcept {
     int32_t row = rowOfBand(0);  // the row of the next band
     for (int32_t band = 0; band < bandCount_; band += kBlockBands) {
         loadBlock(band);
@@ -63,12 +79,11 @@ bool ChainSweep::run(const FixedPolygon& polygon, FillRule rule, Quality quality
         deliverRows(ring_, originColumn_, row, nextRow + 1, target);
         row = nextRow;
     }
-    return true;
 }
 
-bool ChainSweep::collectLines(const FixedPolygon& polygon) noexcept {
-    const bool isDone = isExact() ? lines_.collectVertexHeights(polygon)
-                                  : lines_.collectSamples(polygon, sampleFractions(quality_));
+bool ChainSweep::collectLines(const FixedPolygon& polygon, const FixedBox& box) noexcept {
+    const bool isDone = isExact() ? lines_.collectVertexHeights(polygon, box)
+                                  : lines_.collectSamples(box, sampleFractions(quality_));
     bandCount_ = isExact() ? lines_.count() - 1 : lines_.count();
     return isDone;
 }
@@ -77,19 +92,30 @@ int32_t ChainSweep::rowOfBand(int32_t band) const noexcept {
     return pixelOf(lines_.height(isExact() ? band + 1 : band));
 }
 
-bool ChainSweep::prepare(const FixedPolygon& polygon, const SweepTarget& target) noexcept {
-    ColumnRange columns = columnsOf(polygon);
+bool ChainSweep::prepare(const FixedPolygon& polygon, const FixedBox& box,
+                         const SweepTarget& target) noexcept {
+    ColumnRange columns = columnsOf(box);
     if (target.flat == FlatBlend::kNone) columns = {0, columns.first + columns.count};
     originColumn_ = columns.first;
     denseCount_ = denseCountFor(columns.count);
-    if (!ring_.reserve(columns.count)) return false;
-    if (!chains_.build(polygon, lines_, originColumn_ * kSubpixels)) return false;
+    if (!ring_.reserve(columns.count) ||
+        !chains_.build(polygon, lines_, originColumn_ * kSubpixels) ||
+        !dense_.reserve(chains_.largestBlock(), columns.count)) {
+        return false;
+    }
+    isNoise_ = isExact() && DenseSweep::isFor(chains_.largestBlock(), columns.count);
+    return isNoise_ ? noise_.reserve(chains_, bandCount_, columns.count) : reserveSlots();
+}
+
+bool ChainSweep::reserveSlots() noexcept {
     const int32_t most = chains_.largestBlock();
     live_.clear();
+    fresh_.clear();
     free_.clear();
     rows_.clear();
-    if (!slots_.resizeZeroed(most) || !free_.reserveMore(most) || !live_.reserveMore(most) ||
-        !rows_.reserveMore(std::min(most, denseCount_)) || !dense_.reserve(most, columns.count)) {
+    if ((slots_.count() < most && !slots_.resizeZeroed(most)) || !free_.reserveMore(most) ||
+        !live_.reserveMore(most) || !fresh_.reserveMore(most) ||
+        !rows_.reserveMore(std::min(most, denseCount_))) {
         return false;
     }
     for (int32_t i = most - 1; i >= 0; --i) free_.pushReserved(&slots_[i]);
@@ -97,7 +123,7 @@ bool ChainSweep::prepare(const FixedPolygon& polygon, const SweepTarget& target)
 }
 
 void ChainSweep::loadBlock(int32_t firstBand) noexcept {
-    static_assert(SweepLines::kPadding >= 2 * kBlockBands);
+    static_assert(SweepLines::kPadding >= kBlockBands + kLaneSlack);
     block_.firstBand = firstBand;
     const uint16_t* const heights = lines_.heights() + firstBand;
     std::copy_n(heights, std::size(block_.y), block_.y);
@@ -117,13 +143,18 @@ void ChainSweep::evaluate(LiveChain* const* chains, int32_t count) noexcept {
 }
 
 void ChainSweep::startChains() noexcept {
-    for (int32_t lane = 0; lane < kBlockBands && block_.height[lane] != 0; ++lane) {
+    const int32_t block = block_.firstBand / kBlockBands;
+    for (uint32_t starts = chains_.startsIn(block); starts != 0; starts &= starts - 1) {
+        const int32_t lane = std::countr_zero(starts);
         for (int32_t i = chains_.firstAt(block_.firstBand + lane); i >= 0;) {
             const Chain& chain = chains_.chain(i);
             startChain(chain, lane);
             i = chain.next;
         }
     }
+    evaluate(fresh_.data(), fresh_.count());
+    for (LiveChain* chain : fresh_) fileByPosition(chain);
+    fresh_.clear();
 }
 
 void ChainSweep::startChain(const Chain& chain, int32_t lane) noexcept {
@@ -132,24 +163,16 @@ void ChainSweep::startChain(const Chain& chain, int32_t lane) noexcept {
     live->step = chain.step;
     live->endBand = chain.endBand;
     live->first = lane;
-    evaluate(&live, 1);
-    fileByPosition(live, lane);
+    fresh_.pushReserved(live);
 }
 
-/// Files a chain among those that cross its first band. A wrong place costs time, no pixels.
-void ChainSweep::fileByPosition(LiveChain* chain, int32_t lane) noexcept {
+/// Files a chain by its place in its first band. A wrong place costs time, no pixels.
+void ChainSweep::fileByPosition(LiveChain* chain) noexcept {
     int32_t place = live_.count();
-    if (place < denseCount_) {
-        for (int32_t i = place - 1; i >= 0; --i) {
-            const LiveChain& other = *live_[i];
-            if (lane < other.first || lane >= other.last) continue;
-            if (!isLeftOf(*chain, other, lane)) break;
-            place = i;
-        }
-    }
     live_.pushReserved(chain);
+    if (place >= denseCount_) return;
     LiveChain** const list = live_.data();
-    std::move_backward(list + place, list + live_.count() - 1, list + live_.count());
+    for (; place > 0 && isLeftOf(*chain, *list[place - 1]); --place) list[place] = list[place - 1];
     list[place] = chain;
 }
 
@@ -199,7 +222,10 @@ void ChainSweep::shrinkToFit() noexcept {
     lines_.shrinkToFit();
     chains_.shrinkToFit();
     dense_.shrinkToFit();
+    noise_.shrinkToFit();
+    slots_.truncate(std::min(slots_.count(), chains_.largestBlock()));
     slots_.shrinkToFit();
+    fresh_.shrinkToFit();
     free_.shrinkToFit();
     live_.shrinkToFit();
     rows_.shrinkToFit();

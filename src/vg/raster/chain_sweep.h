@@ -2,6 +2,7 @@
 
 #include "vg/raster/coverage_ring.h"
 #include "vg/raster/dense_bands.h"
+#include "vg/raster/dense_sweep.h"
 #include "vg/raster/monotone_chains.h"
 #include "vg/raster/sweep_lines.h"
 #include "vg/raster/sweep_target.h"
@@ -25,7 +26,8 @@ namespace vg::raster {
 ///
 /// Where the proof fails (edges cross, end at the same place in the wrong order, or were filed
 /// wrongly) the block is ordered lane by lane; with very many edges each band is sorted for itself
-/// (see DenseBands). The pixels do not depend on which road a block takes.
+/// (see DenseBands). Polygons that are noise all over are left to DenseSweep. The pixels do not
+/// depend on which road a block takes.
 class ChainSweep {
 public:
     /// False when memory runs out; the target may then be drawn on in part.
@@ -35,14 +37,17 @@ public:
     void shrinkToFit() noexcept;
 
 private:
-    [[nodiscard]] bool prepare(const FixedPolygon& polygon, const SweepTarget& target) noexcept;
-    [[nodiscard]] bool collectLines(const FixedPolygon& polygon) noexcept;
+    [[nodiscard]] bool prepare(const FixedPolygon& polygon, const FixedBox& box,
+                               const SweepTarget& target) noexcept;
+    [[nodiscard]] bool collectLines(const FixedPolygon& polygon, const FixedBox& box) noexcept;
+    [[nodiscard]] bool reserveSlots() noexcept;
+    void runBlocks(FillRule rule, SweepTarget& target) noexcept;
     int32_t rowOfBand(int32_t band) const noexcept;
     void loadBlock(int32_t firstBand) noexcept;
     void evaluate(LiveChain* const* chains, int32_t count) noexcept;
     void startChains() noexcept;
     void startChain(const Chain& chain, int32_t lane) noexcept;
-    void fileByPosition(LiveChain* chain, int32_t lane) noexcept;
+    void fileByPosition(LiveChain* chain) noexcept;
     /// False when the list turned out not to be every band's order.
     bool addBlock(FillRule rule) noexcept;
     void addUnorderedBlock(FillRule rule) noexcept;
@@ -57,12 +62,15 @@ private:
     MonotoneChains chains_;
     CoverageRing ring_;
     DenseBands dense_;
+    DenseSweep noise_;
+    bool isNoise_ = false;
     BandBlock block_ = {};
     base::Array<LiveChain> slots_;
-    base::Array<LiveChain*> free_;  ///< slots that hold no chain
-    base::Array<LiveChain*> live_;  ///< from left to right, as far as is known
+    base::Array<LiveChain*> free_;   ///< slots that hold no chain
+    base::Array<LiveChain*> live_;   ///< from left to right, as far as is known
+    base::Array<LiveChain*> fresh_;  ///< those that start in this block, from the top down
     base::Array<BoundaryRow> rows_;
-    int32_t originColumn_ = 0;  ///< the surface's column of cell 0; a multiple of 8
+    int32_t originColumn_ = 0;  ///< the surface's column of cell 0
     int32_t denseCount_ = 0;    ///< with this many chains, bands are sorted one by one
 };
 

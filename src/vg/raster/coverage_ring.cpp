@@ -23,7 +23,7 @@ constexpr int32_t kCacheAlias = 1024;
 bool CoverageRing::reserve(int32_t columns) noexcept {
     stride_ = (columns + kSlackCells + kStrideUnit - 1) / kStrideUnit * kStrideUnit;
     if (stride_ % kCacheAlias == 0) stride_ += kStrideUnit;
-    const int32_t count = kRows * stride_;
+    const int32_t count = kSpareCells + kRows * stride_;
     return (count <= cells_.count() || cells_.resizeZeroed(count)) &&
            (count / kGroup <= touched_.count() || touched_.resizeZeroed(count / kGroup));
 }

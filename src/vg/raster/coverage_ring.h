@@ -25,12 +25,18 @@ public:
     int32_t rowStart(int32_t row) const noexcept { return (row & (kRows - 1)) * stride_; }
     int32_t stride() const noexcept { return stride_; }
     int32_t groupCount() const noexcept { return stride_ / kGroup; }
-    CellView view() noexcept { return {cells_.data(), touched_.data()}; }
+    /// With spare cells in front of row 0.
+    CellView view() noexcept {
+        return {cells_.data() + kSpareCells, touched_.data() + kSpareCells / kGroup, -kSpareCells};
+    }
     CellView row(int32_t row) noexcept {
-        return {cells_.data() + rowStart(row), touched_.data() + rowStart(row) / kGroup};
+        const CellView all = view();
+        return {all.cells + rowStart(row), all.touched + rowStart(row) / kGroup};
     }
 
 private:
+    static constexpr int32_t kSpareCells = 64;
+
     int32_t stride_ = 0;
     base::Array<uint32_t> cells_;
     base::Array<uint8_t> touched_;

@@ -14,9 +14,11 @@ struct EdgeKey {
     using Word = KeyWord;
     static constexpr int32_t kWidest = 1 << kBits;
 
+    static Word of(uint32_t top, uint32_t bottom, uint32_t falls) noexcept {
+        return Word{top} << (kBits + 1) | Word{bottom} << 1 | falls;
+    }
     static Word of(const LiveChain& chain, int32_t lane) noexcept {
-        return static_cast<Word>(Word{chain.top[lane]} << (kBits + 1) |
-                                 Word{chain.bottom[lane]} << 1 | (chain.step > 0 ? 1U : 0U));
+        return of(chain.top[lane], chain.bottom[lane], chain.step > 0 ? 1 : 0);
     }
     static int32_t topOf(Word key) noexcept { return static_cast<int32_t>(key >> (kBits + 1)); }
     static int32_t bottomOf(Word key) noexcept {
@@ -111,20 +113,35 @@ void DenseBands::addBlock(LiveChain* const* chains, int32_t count, FillRule rule
 template <class Key>
 void DenseBands::addBands(LiveChain* const* chains, int32_t count, FillRule rule,
                           const BandBlock& block, const CellView& cells) noexcept {
-    auto* const sorted = reinterpret_cast<typename Key::Word*>(sorted_.data());
     for (int32_t lane = 0; lane < kBlockBands; lane += kBandsAtOnce) {
         const Collection<Key, kBandsAtOnce> bands(chains, count, lane, keys_.data());
         for (int32_t i = 0; i < kBandsAtOnce; ++i) {
             if (bands.counts[i] == 0) continue;
-            const Band band = {block.height[lane + i], block.rowStart[lane + i], cells};
-            distribute<Key>(bands.keys[i], bands.counts[i], sorted);
-            finishOrder(sorted, bands.counts[i]);
-            rule == FillRule::kNonZero
-                ? addBoundaries<Key, FillRule::kNonZero>(sorted, bands.counts[i], band)
-                : addBoundaries<Key, FillRule::kEvenOdd>(sorted, bands.counts[i], band);
-            addSums(band);
+            addKeys<Key>(bands.keys[i], bands.counts[i], rule,
+                         {block.height[lane + i], block.rowStart[lane + i], cells});
         }
     }
+}
+
+template <class Key>
+void DenseBands::addKeys(const typename Key::Word* keys, int32_t count, FillRule rule,
+                         const Band& band) noexcept {
+    auto* const sorted = reinterpret_cast<typename Key::Word*>(sorted_.data());
+    distribute<Key>(keys, count, sorted);
+    finishOrder(sorted, count);
+    rule == FillRule::kNonZero ? addBoundaries<Key, FillRule::kNonZero>(sorted, count, band)
+                               : addBoundaries<Key, FillRule::kEvenOdd>(sorted, count, band);
+    addSums(band);
+}
+
+void DenseBands::addBand(const DenseEdges& edges, FillRule rule, int32_t height, int32_t rowStart,
+                         const CellView& cells) noexcept {
+    uint64_t* const keys = keys_.data();
+    for (int32_t i = 0; i < edges.count; ++i) {
+        const uint32_t place = edges.place[i];
+        keys[i] = WideKey::of(edges.top[i], place << 1 >> 16, place >> 31);
+    }
+    addKeys<WideKey>(keys, edges.count, rule, {height, rowStart, cells});
 }
 
 /// Sorts by x at the top.

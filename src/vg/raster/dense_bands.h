@@ -27,6 +27,10 @@ public:
     void addBlock(LiveChain* const* chains, int32_t count, FillRule rule, const BandBlock& block,
                   const CellView& cells) noexcept;
 
+    /// Adds a band of edges that have just passed it.
+    void addBand(const DenseEdges& edges, FillRule rule, int32_t height, int32_t rowStart,
+                 const CellView& cells) noexcept;
+
     void shrinkToFit() noexcept;
 
 private:
@@ -46,6 +50,9 @@ private:
     template <class Key>
     void addBands(LiveChain* const* chains, int32_t count, FillRule rule, const BandBlock& block,
                   const CellView& cells) noexcept;
+    template <class Key>
+    void addKeys(const typename Key::Word* keys, int32_t count, FillRule rule,
+                 const Band& band) noexcept;
     template <class Key>
     void distribute(const typename Key::Word* keys, int32_t count,
                     typename Key::Word* sorted) noexcept;

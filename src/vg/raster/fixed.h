@@ -38,4 +38,9 @@ struct FixedPolygon {
     }
 };
 
+/// The smallest box that holds some points, both ends included.
+struct FixedBox {
+    int32_t minX, minY, maxX, maxY;
+};
+
 }  // namespace vg::raster

@@ -22,6 +22,9 @@
 namespace vg::raster {
 namespace {
 
+/// Where the lanes that count for nothing add, from the view's spare cells on.
+constexpr int32_t kSpareCells[] = {0, 8, 16, 24, 32, 40, 48, 56};
+
 /// Where each lane adds.
 struct Places {
     int32_t cell[kWords];       ///< of its leftmost column
@@ -29,12 +32,17 @@ struct Places {
     int32_t lastGroup[kWords];  ///< of the last cell that may not be zero
 };
 
-/// The four cells of each lane for edges within one column.
+/// Lanes of 32 bits multiplied as far as their low 16 bits reach: cheaper, and enough for small
+/// numbers and for products that lose more bits than that.
+QUOR_LANES_INLINE U32s smallProduct(U32s a, U32s b) noexcept { return (U32s)((U16s)a * (U16s)b); }
+
+/// The two cells of each lane for edges within one column.
 QUOR_LANES_INLINE void amountsInOneColumn(I32s left, I32s right, I32s height,
-                                          uint32_t (*lanes)[4]) noexcept {
+                                          uint32_t (*lanes)[2]) noexcept {
     const U32s h = (U32s)height;
-    const U32s rest = ((U32s)((left & kSubpixelMask) + (right & kSubpixelMask)) * h) << 19;
-    storeTransposed((h << 25) - rest, rest, U32s{}, U32s{}, lanes);
+    const auto fractions = (U32s)((left & kSubpixelMask) + (right & kSubpixelMask));
+    const U32s rest = smallProduct(fractions, h) << 19;
+    storeInterleaved((h << 25) - rest, rest, lanes);
 }
 
 /// floor(2^19 / d): a float division followed by truncation is exact for every d in 1..65504.
@@ -52,24 +60,25 @@ QUOR_LANES_INLINE void amountsInThreeColumns(I32s left, I32s right, I32s height,
     const U32s fa = (U32s)(left & kSubpixelMask);
     const U32s fb = (U32s)(right & kSubpixelMask);
     const U32s whole = h << 25;
-    const U32s rest = ((fa + fb) * h) << 19;
-    const U32s first = (32 - fa) * (32 - fa) * s;
-    const U32s last = fb * fb * s;
+    const U32s rest = smallProduct(fa + fb, h) << 19;
+    const U32s first = smallProduct(32 - fa, 32 - fa) * s;
+    const U32s last = smallProduct(fb, fb) * s;
     const I32s isOne = steps == 0, isTwo = steps == 1;
-    const U32s second = choose(isTwo, whole - first - last, (2048 - fa * fa) * s);
+    const U32s second = choose(isTwo, whole - first - last, (2048 - smallProduct(fa, fa)) * s);
     storeTransposed(choose(isOne, whole - rest, first), choose(isOne, rest, second),
                     ~(U32s)isOne & choose(isTwo, last, whole - first - second - last),
                     ~(U32s)(isOne | isTwo) & last, lanes);
 }
 
-QUOR_LANES_INLINE void scatter(const uint32_t (*lanes)[4], const Places& places, uint32_t laneBits,
+/// Adds as many cells for each lane as a Cells has. Not a branch depends on the edges.
+template <class Cells>
+QUOR_LANES_INLINE void scatter(const void* lanes, const Places& places,
                                const CellView& view) noexcept {
     uint32_t* const cells = view.cells;
     uint8_t* const touched = view.touched;
-    for (; laneBits != 0; laneBits &= laneBits - 1) {
-        const int32_t l = __builtin_ctz(laneBits);
+    for (int32_t l = 0; l < kWords; ++l) {
         uint32_t* const cell = cells + places.cell[l];
-        store(cell, load<U32x4>(cell) + load<U32x4>(lanes[l]));
+        store(cell, load<Cells>(cell) + load<Cells>(static_cast<const Cells*>(lanes) + l));
         touched[places.group[l]] = 1;
         touched[places.lastGroup[l]] = 1;
     }
@@ -94,54 +103,63 @@ inline void addWideLanes(const I32s& left, const I32s& right, const I32s& height
     }
 }
 
-/// Some lanes of a block. Those of height 0 may hold anything.
+/// Some lanes of a block. Those of height 0 may hold anything: they add zeros to spare cells, each
+/// lane to its own, so that none waits for another.
 QUOR_LANES_INLINE void addVector(I32s top, I32s bottom, I32s height, const int32_t* rowStart,
                                  const CellView& view) noexcept {
-    const I32s counts = height != 0;
-    uint32_t laneBits = bitsOf(counts);
-    if (laneBits == 0) return;
+    I32s counts = height != 0;
+    if (!any(counts)) return;
     const I32s left = smaller(top, bottom);
     const I32s right = larger(top, bottom);
     const I32s steps = ((right >> kSubpixelBits) - (left >> kSubpixelBits)) & counts;
-    const I32s start = load<I32s>(rowStart);
-    const I32s cell = start + (left >> kSubpixelBits);
+    const bool isUpright = !any(steps);
+    if (!isUpright) {
+        if (const I32s wide = steps > 2; any(wide)) {
+            addWideLanes(left, right, height, bitsOf(wide), rowStart, view);
+            height &= ~wide;
+            counts &= ~wide;
+        }
+    }
+    const I32s cell = choose(counts, load<I32s>(rowStart) + (left >> kSubpixelBits),
+                             load<I32s>(kSpareCells) + view.spare);
     Places places;
     store(places.cell, cell);
     store(places.group, cell >> 3);
-    store(places.lastGroup, (cell + steps + 1) >> 3);
-    uint32_t lanes[kWords][4];
-    if (!any(steps)) {
+    if (isUpright) {
+        store(places.lastGroup, (cell + 1) >> 3);
+        uint32_t lanes[kWords][2];
         amountsInOneColumn(left, right, height, lanes);
-    } else {
-        amountsInThreeColumns(left, right, height, steps, lanes);
-        if (const uint32_t wideBits = bitsOf(steps > 2); wideBits != 0) {
-            addWideLanes(left, right, height, wideBits, rowStart, view);
-            laneBits &= ~wideBits;
-        }
+        return scatter<U32x2>(lanes, places, view);
     }
-    scatter(lanes, places, laneBits, view);
+    store(places.lastGroup, (cell + 1 + (steps & counts)) >> 3);
+    uint32_t lanes[kWords][4];
+    amountsInThreeColumns(left, right, height, steps, lanes);
+    scatter<U32x4>(lanes, places, view);
 }
 
+/// The bands of a vector from lane l on.
 QUOR_LANES_INLINE void addLanes(const uint16_t* top, const uint16_t* bottom, const int16_t* sign,
-                                const BandBlock& block, const CellView& view) noexcept {
-    for (int32_t l = 0; l < kBlockBands; l += kWords) {
-        addVector(widen(top + l), widen(bottom + l), widen(sign + l) * load<I32s>(block.height + l),
-                  block.rowStart + l, view);
-    }
+                                int32_t l, const BandBlock& block, const CellView& view) noexcept {
+    addVector(widen(top + l), widen(bottom + l), widen(sign + l) * load<I32s>(block.height + l),
+              block.rowStart + l, view);
 }
 
 void addChains(LiveChain* const* chains, int32_t count, const BandBlock& block,
                const CellView& view) noexcept {
     for (int32_t i = 0; i < count; ++i) {
         const LiveChain& chain = *chains[i];
-        addLanes(chain.top, chain.bottom, chain.sign, block, view);
+        for (int32_t l = chain.first; l < chain.last; l += kWords) {
+            addLanes(chain.top, chain.bottom, chain.sign, l, block, view);
+        }
     }
 }
 
 void addRows(const BoundaryRow* rows, int32_t count, const BandBlock& block,
              const CellView& view) noexcept {
     for (const BoundaryRow* row = rows; row != rows + count; ++row) {
-        addLanes(row->top, row->bottom, row->sign, block, view);
+        for (int32_t l = 0; l < kBlockBands; l += kWords) {
+            addLanes(row->top, row->bottom, row->sign, l, block, view);
+        }
     }
 }
 

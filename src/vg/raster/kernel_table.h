@@ -3,7 +3,9 @@
 // pulls in has internal linkage, so that levels cannot mix.
 
 #include "vg/raster/kernel_amounts.h"
+#include "vg/raster/kernel_columns.h"
 #include "vg/raster/kernel_composite.h"
+#include "vg/raster/kernel_contours.h"
 #include "vg/raster/kernel_edges.h"
 #include "vg/raster/kernel_gradient.h"
 #include "vg/raster/kernel_neighbours.h"
@@ -13,6 +15,7 @@
 namespace vg::raster {
 
 constexpr Kernels QUOR_KERNELS = {
+    &boxOf,
     &makeEdges,
     &evaluate,
     &standUpright,
@@ -21,6 +24,8 @@ constexpr Kernels QUOR_KERNELS = {
     &resolveLanes,
     &addChains,
     &addRows,
+    &passBand,
+    &addColumns,
     &exchangeNeighbours,
     &composite<FlatSource>,
     &composite<FlatSourceOver>,

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "vg/raster/dense_columns.h"
 #include "vg/raster/draw_params.h"
 #include "vg/raster/gradient_runs.h"
 #include "vg/raster/live_chain.h"
@@ -11,7 +12,8 @@ namespace vg::raster {
 /// Differences of coverage and what has been touched of them (see coverage_ring.h).
 struct CellView {
     uint32_t* cells;
-    uint8_t* touched;  ///< entry i is 1 when one of cells 8 i .. 8 i + 7 may not be zero
+    uint8_t* touched;   ///< entry i is 1 when one of cells 8 i .. 8 i + 7 may not be zero
+    int32_t spare = 0;  ///< the first of 64 cells that stay zero, whatever the map says of them
 };
 
 /// Rows of a ring of cells to be composited in a flat colour, from the top down.
@@ -29,10 +31,13 @@ struct FlatRows {
 /// The hot loops of sweeps and spans. Every level computes the same bits; which one runs is chosen
 /// once by what the processor has.
 struct Kernels {
-    /// Edge i of a contour joins points i - 1 and i (0: the last and the first); bandOf[i] is the
-    /// band below point i.
+    /// The box of one point or more.
+    FixedBox (*boxOf)(const FixedPoint* points, int32_t count) noexcept;
+
+    /// Edge i of a contour joins points i - 1 and i (0: the last and the first). Fills `steps`,
+    /// which has to have room for the contour, and up to ChainEdge::kSlack edges more.
     void (*makeEdges)(const FixedPoint* points, int32_t count, const SweepLines& lines,
-                      int32_t originX, int32_t* bandOf, ChainEdge* edges) noexcept;
+                      int32_t originX, const ContourSteps& steps, ChainEdge* edges) noexcept;
 
     /// Fills the lanes of chains from their lane `first`, and sets `last`.
     void (*evaluate)(LiveChain* const* chains, int32_t count, const BandBlock& block) noexcept;
@@ -57,6 +62,14 @@ struct Kernels {
                       const CellView& cells) noexcept;
     void (*addRows)(const BoundaryRow* rows, int32_t count, const BandBlock& block,
                     const CellView& cells) noexcept;
+
+    /// Moves very many edges down over a band. False when an edge goes too far to the side for a
+    /// key; the keys then mean nothing.
+    bool (*passBand)(const DenseEdges& edges, int32_t height) noexcept;
+
+    /// Empties the pigeonholes of a band into cells: those of column 0 are from rowStart on.
+    void (*addColumns)(const DenseColumns& holes, FillRule rule, int32_t height, int32_t rowStart,
+                       const CellView& view) noexcept;
 
     /// One step of sorting keys; false when they are in order.
     bool (*exchangeNeighbours)(uint32_t* keys, int32_t count) noexcept;

@@ -38,6 +38,7 @@ using U64s = uint64_t __attribute__((vector_size(kVectorBytes)));
 using U16Half = uint16_t __attribute__((vector_size(kVectorBytes / 2)));
 using I16Half = int16_t __attribute__((vector_size(kVectorBytes / 2)));
 
+using U32x2 = uint32_t __attribute__((vector_size(8)));
 using U32x4 = uint32_t __attribute__((vector_size(16)));
 
 template <class V>
@@ -117,6 +118,17 @@ QUOR_LANES_INLINE void storeTransposed(U32s a, U32s b, U32s c, U32s d,
 #endif
 }
 
+/// Stores lane l of two vectors side by side, for one l after the other.
+QUOR_LANES_INLINE void storeInterleaved(U32s a, U32s b, uint32_t (*lanes)[2]) noexcept {
+#if defined(__AVX2__)
+    store(lanes[0], __builtin_shufflevector(a, b, 0, 8, 1, 9, 2, 10, 3, 11));
+    store(lanes[4], __builtin_shufflevector(a, b, 4, 12, 5, 13, 6, 14, 7, 15));
+#else
+    store(lanes[0], __builtin_shufflevector(a, b, 0, 4, 1, 5));
+    store(lanes[2], __builtin_shufflevector(a, b, 2, 6, 3, 7));
+#endif
+}
+
 /// 16-bit lanes in memory as 32-bit ones, and back without their upper halves.
 QUOR_LANES_INLINE I32s widen(const uint16_t* memory) noexcept {
     return __builtin_convertvector(load<U16Half>(memory), I32s);
@@ -136,12 +148,12 @@ QUOR_LANES_INLINE V choose(M mask, V a, V b) noexcept {
 
 template <class V>
 QUOR_LANES_INLINE V smaller(V a, V b) noexcept {
-    return choose(a < b, a, b);
+    return a < b ? a : b;
 }
 
 template <class V>
 QUOR_LANES_INLINE V larger(V a, V b) noexcept {
-    return choose(a > b, a, b);
+    return a > b ? a : b;
 }
 
 }  // namespace vg::raster

@@ -9,18 +9,18 @@ namespace vg::raster {
 
 /// A chain that crosses the current block, with its ends in each of the block's bands.
 ///
-/// Only lanes first <= l < last are the chain's own: the others hold anything. Evaluating an edge
-/// always writes sixteen lanes from where it starts; the next edge overwrites what was too much.
+/// Only lanes first <= l < last are the chain's own: the others hold anything. Edges are
+/// evaluated a vector at a time; the next one overwrites what was too much.
 struct LiveChain {
-    static constexpr int32_t kRoom = 2 * kBlockBands + 8;
+    static constexpr int32_t kRoom = kBlockBands + 1 + kLaneSlack;
 
     const ChainEdge* edge;  ///< the edge at the end of the block, or just above it
     int32_t step;
     int32_t endBand;
     int32_t first, last;
-    uint16_t top[kRoom];        ///< x at the band's top, from the left of the polygon's box
-    uint16_t bottom[kRoom];     ///< x at the band's bottom
-    int16_t sign[kBlockBands];  ///< +1 left boundary of a span, -1 right, 0 neither
+    uint16_t top[kRoom];     ///< x at the band's top, from the left of the polygon's box
+    uint16_t bottom[kRoom];  ///< x at the band's bottom
+    int16_t sign[kRoom];     ///< +1 left boundary of a span, -1 right, 0 neither
 };
 
 /// What one vector row adds to sixteen bands: in each lane one boundary, or nothing (sign 0).

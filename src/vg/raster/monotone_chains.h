@@ -10,6 +10,24 @@ struct ChainEdge {
     int32_t x, y;     ///< the upper end; x counts from the left of the polygon's box
     int32_t slope;    ///< change of x per unit of y downwards, 15 fractional bits
     int32_t endBand;  ///< the first band below the edge
+
+    /// Edges are made a vector at a time.
+    static constexpr int32_t kSlack = 8;
+};
+
+/// Which way up to 32 edges of a contour go, in terms of bands; what is neither rises.
+struct EdgeDirections {
+    static constexpr int32_t kCount = 32;
+
+    uint32_t falling;
+    uint32_t flat;  ///< within one band, or horizontal
+};
+
+/// A contour while its edges are made: edge i runs from step i to step i + 1.
+struct ContourSteps {
+    FixedPoint* points;          ///< the last one comes before the first as well
+    int32_t* bands;              ///< of each point: the band below it
+    EdgeDirections* directions;  ///< of edge i: bit i % 32 of element i / 32
 };
 
 /// A run of a contour that only falls or only rises: at most one crossing with any band.
@@ -37,7 +55,12 @@ public:
     const ChainEdge* edges() const noexcept { return edges_.data(); }
     const Chain& chain(int32_t index) const noexcept { return chains_[index]; }
 
-    /// Head of the list of chains that start at a band; -1 when there is none.
+    /// Bit l is set when chains start at band l of a block.
+    uint32_t startsIn(int32_t block) const noexcept { return starts_[block]; }
+
+    bool startsAt(int32_t band) const noexcept;
+
+    /// Head of the list of chains that start at a band. Precondition: there are some.
     int32_t firstAt(int32_t band) const noexcept { return firstAt_[band]; }
 
     /// The most chains that cross one block of bands.
@@ -47,14 +70,18 @@ public:
 
 private:
     [[nodiscard]] bool reserve(const FixedPolygon& polygon, int32_t bandCount) noexcept;
-    void splitContour(const int32_t* bandOf, int32_t firstEdge, int32_t count) noexcept;
+    void splitContour(int32_t firstEdge, int32_t count) noexcept;
+    void addRun(int32_t firstEdge, int32_t start, int32_t end, bool falls) noexcept;
     void addChain(const Chain& chain) noexcept;
     void countBlocks() noexcept;
 
     base::Array<ChainEdge> edges_;  ///< edge i ends at point i
-    base::Array<int32_t> bandOf_;   ///< of each point: the band below it
+    base::Array<FixedPoint> stepPoints_;
+    base::Array<int32_t> stepBands_;
+    base::Array<EdgeDirections> directions_;
     base::Array<Chain> chains_;
-    base::Array<int32_t> firstAt_;    ///< by band
+    base::Array<int32_t> firstAt_;    ///< by band; nothing where none starts
+    base::Array<uint32_t> starts_;    ///< by block
     base::Array<int32_t> blockGain_;  ///< by block: chains that it has more than the one before
     int32_t largestBlock_ = 0;
 };

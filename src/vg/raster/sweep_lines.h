@@ -12,11 +12,14 @@ namespace vg::raster {
 /// and the lowest vertex; the sampled sweeps stop at fixed fractions of every pixel row.
 class SweepLines {
 public:
-    /// Heights of the exact sweep. False when memory runs out.
+    /// Heights of the exact sweep; `box` is the polygon's. False when memory runs out.
+    [[nodiscard]] bool collectVertexHeights(const FixedPolygon& polygon,
+                                            const FixedBox& box) noexcept;
     [[nodiscard]] bool collectVertexHeights(const FixedPolygon& polygon) noexcept;
 
-    /// Heights at the given fractions of every pixel row that the polygon reaches; `fractions`
-    /// has one bit for each, bit f for f/32. False when memory runs out.
+    /// Heights at the given fractions of every pixel row that the box reaches; `fractions` has one
+    /// bit for each, bit f for f/32. False when memory runs out.
+    [[nodiscard]] bool collectSamples(const FixedBox& box, uint32_t fractions) noexcept;
     [[nodiscard]] bool collectSamples(const FixedPolygon& polygon, uint32_t fractions) noexcept;
 
     int32_t count() const noexcept { return heights_.count(); }
@@ -26,7 +29,8 @@ public:
     const uint16_t* heights() const noexcept { return heights_.data(); }
     static constexpr int32_t kPadding = 48;
 
-    /// By pixel row: bit f is set for a line at fraction f. For kernels that look up many heights.
+    /// By pixel row: bit 31 - f is set for a line at fraction f, so that lower bits are higher
+    /// lines. For kernels that look up many heights.
     const uint32_t* rowBits() const noexcept { return lines_; }
     /// By pixel row: the index of the first line of that row or below.
     const int32_t* rowIndices() const noexcept { return firstIndex_; }
@@ -39,7 +43,7 @@ public:
 private:
     [[nodiscard]] bool listHeights(int32_t topRow, int32_t bottomRow) noexcept;
 
-    uint32_t lines_[kRowCount] = {};      ///< bit f of word r: a line at height 32 r + f
+    uint32_t lines_[kRowCount] = {};      ///< bit 31 - f of word r: a line at height 32 r + f
     int32_t firstIndex_[kRowCount] = {};  ///< index of the first line at or below row r's top
     base::Array<uint16_t> heights_;       ///< falling
 };

@@ -1,0 +1,382 @@
+#pragma once
+
+// Kernels: a band of very many edges, sorted by pigeonholes (dense_columns.h). A vector holds
+// neighbouring holes; what the holes on the left leave behind comes in by running sums and maxima.
+
+#include <array>
+#include <iterator>
+#include <utility>
+
+#include "vg/raster/draw_params.h"
+#include "vg/raster/kernel_order.h"
+#include "vg/raster/kernels.h"
+#include "vg/raster/lanes.h"
+#include "vg/raster/trapezoid.h"
+
+namespace vg::raster {
+namespace {
+
+using U8Half = uint8_t __attribute__((vector_size(kVectorBytes / 2)));
+
+/// Every lane takes the value `kBy` lanes before it, in either half of the vector by itself; the
+/// first ones take 0.
+template <int kBy>
+QUOR_LANES_INLINE U16s shiftedInHalves(U16s v) noexcept {
+#if defined(__AVX2__)
+    return (U16s)_mm256_slli_si256((__m256i)v, kBy * 2);
+#else
+    constexpr U16s kZero = {};
+    constexpr auto from = [](int l) { return l < kBy ? 8 : l - kBy; };
+    return __builtin_shufflevector(v, kZero, from(0), from(1), from(2), from(3), from(4), from(5),
+                                   from(6), from(7));
+#endif
+}
+
+/// In the upper half of the vector the last lane of the lower one, 0 in the lower.
+QUOR_LANES_INLINE U16s lastOfLowerHalf(U16s v) noexcept {
+#if defined(__AVX2__)
+    const __m256i last = _mm256_shuffle_epi8((__m256i)v, _mm256_set1_epi16(0x0F0E));
+    return (U16s)_mm256_permute2x128_si256(last, last, 0x08);
+#else
+    return U16s{} & v;
+#endif
+}
+
+/// The last lane in every lane.
+QUOR_LANES_INLINE U16s lastLane(U16s v) noexcept {
+#if defined(__AVX2__)
+    const __m256i last = _mm256_shuffle_epi8((__m256i)v, _mm256_set1_epi16(0x0F0E));
+    return (U16s)_mm256_permute4x64_epi64(last, 0xFF);
+#else
+    return __builtin_shufflevector(v, v, 7, 7, 7, 7, 7, 7, 7, 7);
+#endif
+}
+
+/// Every lane takes the one before it; the first takes that of `before`, which is the same in all.
+QUOR_LANES_INLINE U16s previousLanes(U16s v, U16s before) noexcept {
+#if defined(__AVX2__)
+    const __m256i middle = _mm256_permute2x128_si256((__m256i)before, (__m256i)v, 0x21);
+    return (U16s)_mm256_alignr_epi8((__m256i)v, middle, 14);
+#else
+    return __builtin_shufflevector(v, before, 8, 0, 1, 2, 3, 4, 5, 6);
+#endif
+}
+
+/// Adds to each lane all those before it.
+QUOR_LANES_INLINE U16s sumsFromLeft(U16s v) noexcept {
+    v += shiftedInHalves<1>(v);
+    v += shiftedInHalves<2>(v);
+    v += shiftedInHalves<4>(v);
+    return v + lastOfLowerHalf(v);
+}
+
+QUOR_LANES_INLINE U16s maximaFromLeft(U16s v) noexcept {
+    v = larger(v, shiftedInHalves<1>(v));
+    v = larger(v, shiftedInHalves<2>(v));
+    v = larger(v, shiftedInHalves<4>(v));
+    return larger(v, lastOfLowerHalf(v));
+}
+
+QUOR_LANES_INLINE void order(U16s& a, U16s& b) noexcept {
+    const U16s least = smaller(a, b);
+    b = larger(a, b);
+    a = least;
+}
+
+struct LanePlace {
+    int32_t vector, lane;
+};
+
+#if defined(__AVX2__)
+/// A bit for every lane of four vectors that is not zero, in the order of placeOf().
+QUOR_LANES_INLINE uint64_t signedLanes(const I16s* v) noexcept {
+    const __m256i zero = _mm256_setzero_si256();
+    const auto pair = [zero](I16s a, I16s b) {
+        const __m256i bytes = _mm256_packs_epi16((__m256i)a, (__m256i)b);
+        return ~static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(bytes, zero)));
+    };
+    return pair(v[0], v[1]) | uint64_t{pair(v[2], v[3])} << 32;
+}
+/// Packing takes vectors by their halves: bits are lane within the half, vector of the pair, half,
+/// pair, from the lowest up.
+inline LanePlace placeOf(int32_t bit) noexcept {
+    return {(bit >> 4 & 2) | (bit >> 3 & 1), (bit & 7) | (bit >> 1 & 8)};
+}
+#else
+QUOR_LANES_INLINE uint64_t signedLanes(const I16s* v) noexcept {
+    constexpr I16s kBits = {1, 2, 4, 8, 16, 32, 64, 128};
+    uint64_t bits = 0;
+    for (int32_t i = 0; i < 4; ++i) {
+        const auto halves = (U64s)((v[i] != 0) & kBits);
+        const uint64_t some = halves[0] | halves[1];
+        const uint64_t fewer = some | some >> 32;
+        bits |= ((fewer | fewer >> 16) & 0xFF) << (8 * i);
+    }
+    return bits;
+}
+inline LanePlace placeOf(int32_t bit) noexcept { return {bit >> 3, bit & 7}; }
+#endif
+
+/// Sorts the keys of every lane.
+QUOR_LANES_INLINE void orderSlots(U16s (&k)[4]) noexcept {
+    order(k[0], k[1]);
+    order(k[2], k[3]);
+    order(k[0], k[2]);
+    order(k[1], k[3]);
+    order(k[1], k[2]);
+}
+QUOR_LANES_INLINE void orderSlots(U16s (&k)[8]) noexcept {
+    constexpr int8_t kPairs[][2] = {{0, 2}, {1, 3}, {4, 6}, {5, 7}, {0, 4}, {1, 5}, {2, 6},
+                                    {3, 7}, {0, 1}, {2, 3}, {4, 5}, {6, 7}, {2, 4}, {3, 5},
+                                    {1, 4}, {3, 6}, {1, 2}, {3, 4}, {5, 6}};
+    [&]<size_t... kIndex>(std::index_sequence<kIndex...>) {
+        (order(k[kPairs[kIndex][0]], k[kPairs[kIndex][1]]), ...);
+    }
+    (std::make_index_sequence<std::size(kPairs)>{});
+}
+
+/// Sorts the keys of every lane: neighbours exchanged in turns.
+template <int kMost>
+QUOR_LANES_INLINE void orderSlots(U16s (&k)[kMost]) noexcept {
+    for (int32_t turn = 0; turn < kMost; ++turn) {
+        for (int32_t s = turn % 2; s + 1 < kMost; s += 2) order(k[s], k[s + 1]);
+    }
+}
+
+struct EvenOdd {};
+struct NonZero {};
+
+/// What the holes to the left leave behind; the same in every lane.
+struct FromLeft {
+    U16s winding = {};
+    U16s past = {};  ///< the furthest bottom of a boundary
+};
+
+/// Where boundaries of a band go.
+struct BandCells {
+    int32_t height;
+    int32_t rowStart;
+    CellView view;
+};
+
+inline void touchColumns(int32_t first, int32_t last, const BandCells& band) noexcept {
+    const int32_t lastGroup = (band.rowStart + last) >> 3;
+    for (int32_t group = (band.rowStart + first) >> 3; group <= lastGroup; ++group) {
+        band.view.touched[group] = 1;
+    }
+}
+
+/// floor(2^19 / d) for edges that reach no further than the next column.
+constexpr auto kNearReciprocals = [] {
+    std::array<uint32_t, 2 * kSubpixels> table{};
+    for (uint32_t d = 1; d < table.size(); ++d) table[d] = (1U << 19) / d;
+    return table;
+}();
+
+/// A boundary that leaves its column.
+inline void addLeaving(int32_t top, int32_t bottom, int32_t sign, const BandCells& band) noexcept {
+    const int32_t left = top < bottom ? top : bottom, right = top < bottom ? bottom : top;
+    const int32_t column = left >> kSubpixelBits;
+    uint32_t* const cells = band.view.cells + band.rowStart;
+    if ((right >> kSubpixelBits) - column > 1) {
+        const auto height = static_cast<uint32_t>(band.height);
+        sign > 0 ? addTrapezoid(cells, top, bottom, height)
+                 : subtractTrapezoid(cells, top, bottom, height);
+        return touchColumns(column, (right >> kSubpixelBits) + 1, band);
+    }
+    const auto h = static_cast<uint32_t>(band.height * sign);
+    const uint32_t s = kNearReciprocals[static_cast<uint32_t>(right - left)] * h;
+    const auto fa = static_cast<uint32_t>(left & kSubpixelMask);
+    const auto fb = static_cast<uint32_t>(right & kSubpixelMask);
+    const uint32_t first = (32 - fa) * (32 - fa) * s, last = fb * fb * s;
+    cells[column] += first;
+    cells[column + 1] += (h << 25) - first - last;
+    cells[column + 2] += last;
+    band.view.touched[(band.rowStart + column) >> 3] = 1;
+    band.view.touched[(band.rowStart + column + 2) >> 3] = 1;
+}
+
+/// Four vectors of boundaries; those with a sign leave their columns. One loop for all of them, so
+/// that its end is guessed wrongly only once.
+QUOR_LANES_INLINE void addLeavingLanes(U16s tops, const U16s* bottoms, const I16s* signs,
+                                       const BandCells& band) noexcept {
+    uint16_t top[kShorts], bottom[4][kShorts];
+    int16_t sign[4][kShorts];
+    store(top, tops);
+    for (int32_t s = 0; s < 4; ++s) store(bottom[s], bottoms[s]), store(sign[s], signs[s]);
+    for (uint64_t bits = signedLanes(signs); bits != 0; bits &= bits - 1) {
+        const LanePlace at = placeOf(__builtin_ctzll(bits));
+        addLeaving(top[at.lane], bottom[at.vector][at.lane], sign[at.vector][at.lane], band);
+    }
+}
+
+/// The signs of the edges in some holes, the keys of each in order. `isNone` tells on which places
+/// there is no edge; on return, on which there is no boundary.
+template <int kMost>
+QUOR_LANES_INLINE void signsOf(EvenOdd, const U16s* /*keys*/, U16s counts, U16s& windingLeft,
+                               I16s* isNone, I16s* signs) noexcept {
+    const U16s crossed = sumsFromLeft(counts) + windingLeft;
+    windingLeft = lastLane(crossed);
+    const I16s first = 1 - (I16s)((crossed - counts) << 1 & 2);
+    for (int32_t s = 0; s < kMost; ++s) signs[s] = ~isNone[s] & (s % 2 == 0 ? first : -first);
+}
+
+template <int kMost>
+QUOR_LANES_INLINE void signsOf(NonZero, const U16s* keys, U16s /*counts*/, U16s& windingLeft,
+                               I16s* isNone, I16s* signs) noexcept {
+    I16s directions[kMost];
+    U16s net = {};
+    for (int32_t s = 0; s < kMost; ++s) {
+        directions[s] = ~isNone[s] & (I16s)((keys[s] << 1 & 2) - 1);
+        net += (U16s)directions[s];
+    }
+    const U16s windings = sumsFromLeft(net) + windingLeft;
+    windingLeft = lastLane(windings);
+    Winding<FillRule::kNonZero> winding{(I16s)(windings - net)};
+    for (int32_t s = 0; s < kMost; ++s) {
+        signs[s] = winding.cross(directions[s]);
+        isNone[s] = signs[s] == 0;
+    }
+}
+
+/// Empties a vector of holes of up to kMost edges each. Of boundaries that stay within the column
+/// the signs are summed up, and f_a + f_b with the sign.
+template <class Rule, int kMost>
+QUOR_LANES_INLINE void takeHoles(const uint16_t* slots, int32_t stride, U16s counts, U16s tops,
+                                 FromLeft& left, const BandCells& band, I16s& signSum,
+                                 I16s& fractionSum) noexcept {
+    U16s keys[kMost];
+    I16s isNone[kMost], signs[kMost];
+    for (int32_t s = 0; s < kMost; ++s) {
+        isNone[s] = static_cast<int16_t>(s + 1) > (I16s)counts;
+        keys[s] = load<U16s>(slots + s * stride) | (U16s)isNone[s];
+    }
+    orderSlots(keys);
+    signsOf<kMost>(Rule{}, keys, counts, left.winding, isNone, signs);
+
+    const U16s origin = tops - static_cast<uint16_t>(kKeyBias);
+    U16s bottoms[kMost], furthest = {};
+    for (int32_t s = 0; s < kMost; ++s) {
+        bottoms[s] = origin + (keys[s] >> 1);
+        furthest = larger(furthest, bottoms[s] & ~(U16s)isNone[s]);
+    }
+    const U16s maxima = larger(maximaFromLeft(furthest), left.past);
+    const U16s past = previousLanes(maxima, left.past);
+    left.past = lastLane(maxima);
+
+    const U16s columnStart = tops & static_cast<uint16_t>(~kSubpixelMask);
+    const U16s topFraction = tops - columnStart;
+    for (int32_t s = 0; s < kMost; ++s) {
+        bottoms[s] = larger(bottoms[s], past);
+        const U16s bottomFraction = bottoms[s] - columnStart;
+        const I16s staying = (I16s)(bottomFraction >> kSubpixelBits == 0) & signs[s];
+        signSum += staying;
+        fractionSum += staying * (I16s)(topFraction + bottomFraction);
+        signs[s] ^= staying;
+    }
+    for (int32_t s = 0; s < kMost; s += 4) addLeavingLanes(tops, bottoms + s, signs + s, band);
+}
+
+/// Holes with so many edges are rare, and not worth their registers.
+template <class Rule>
+[[gnu::noinline]] void takeFullHoles(const uint16_t* slots, int32_t stride, const U16s& counts,
+                                     const U16s& tops, FromLeft& left, const BandCells& band,
+                                     I16s& signSum, I16s& fractionSum) noexcept {
+    if (!any((I16s)counts > 8)) {
+        takeHoles<Rule, 8>(slots, stride, counts, tops, left, band, signSum, fractionSum);
+    } else {
+        takeHoles<Rule, 16>(slots, stride, counts, tops, left, band, signSum, fractionSum);
+    }
+}
+
+/// The sums of all lanes of two vectors, of which that of `low` fits 16 bits, in the halves of a
+/// word; the lower half, when negative, takes 1 from the upper.
+QUOR_LANES_INLINE int32_t sumsOf(I16s low, I16s high) noexcept {
+    const I32s lowPairs = ((I32s)((U32s)low << 16) >> 16) + ((I32s)low >> 16);
+    const auto highPairs = (U32s)high + ((U32s)high >> 16);
+    U32s sums = (U32s)lowPairs + (highPairs << 16);
+#if defined(__AVX2__)
+    sums += __builtin_shufflevector(sums, sums, 4, 5, 6, 7, 0, 1, 2, 3);
+    sums += __builtin_shufflevector(sums, sums, 2, 3, 0, 1, 6, 7, 4, 5);
+    sums += __builtin_shufflevector(sums, sums, 1, 0, 3, 2, 5, 4, 7, 6);
+#else
+    sums += __builtin_shufflevector(sums, sums, 2, 3, 0, 1);
+    sums += __builtin_shufflevector(sums, sums, 1, 0, 3, 2);
+#endif
+    return static_cast<int32_t>(sums[0]);
+}
+
+/// A column of 32 holes.
+template <class Rule>
+inline void takeColumn(const DenseColumns& holes, int32_t column, FromLeft& left,
+                       const BandCells& band) noexcept {
+    I16s signSum = {}, fractionSum = {};
+    for (int32_t l = 0; l < kSubpixels; l += kShorts) {
+        const int32_t first = (column << kSubpixelBits) + l;
+        uint8_t* const memory = holes.counts + first;
+        const U16s counts = __builtin_convertvector(load<U8Half>(memory), U16s);
+        store(memory, U8Half{});
+        const U16s tops = (U16s)load<I16s>(kLaneIndices) + static_cast<uint16_t>(first);
+        const uint16_t* const slots = holes.slots + first;
+        const int32_t stride = holes.positions;
+        if (!any((I16s)counts > 4)) {
+            takeHoles<Rule, 4>(slots, stride, counts, tops, left, band, signSum, fractionSum);
+        } else {
+            takeFullHoles<Rule>(slots, stride, counts, tops, left, band, signSum, fractionSum);
+        }
+    }
+    // At most 32 * 16 boundaries, each with up to 62 of f_a + f_b.
+    const int32_t sums = sumsOf(fractionSum, signSum);
+    const int32_t fractions = static_cast<int16_t>(sums);
+    const auto boundaries = static_cast<uint32_t>(((sums - fractions) >> 16) * band.height);
+    const uint32_t rest = static_cast<uint32_t>(fractions * band.height) << 19;
+    const int32_t cell = band.rowStart + column;
+    band.view.cells[cell] += (boundaries << 25) - rest;
+    band.view.cells[cell + 1] += rest;
+    band.view.touched[cell >> 3] = 1;
+    band.view.touched[(cell + 1) >> 3] = 1;
+}
+
+QUOR_LANES_INLINE bool isEmptyColumn(const uint8_t* counts) noexcept {
+    U64s all = {};
+    for (int32_t i = 0; i < kSubpixels; i += kVectorBytes) all |= load<U64s>(counts + i);
+    return !any(all);
+}
+
+template <class Rule>
+void takeColumns(const DenseColumns& holes, const BandCells& band) noexcept {
+    FromLeft left;
+    const int32_t columns = holes.positions >> kSubpixelBits;
+    for (int32_t column = 0; column < columns; ++column) {
+        if (isEmptyColumn(holes.counts + (column << kSubpixelBits))) continue;
+        takeColumn<Rule>(holes, column, left, band);
+    }
+}
+
+void addColumns(const DenseColumns& holes, FillRule rule, int32_t height, int32_t rowStart,
+                const CellView& view) noexcept {
+    const BandCells band = {height, rowStart, view};
+    rule == FillRule::kNonZero ? takeColumns<NonZero>(holes, band)
+                               : takeColumns<EvenOdd>(holes, band);
+}
+
+/// Moves edges down by `height`, all of one vector at a time.
+bool passBand(const DenseEdges& edges, int32_t height) noexcept {
+    constexpr uint32_t kFalls = 0x80000000U;
+    U32s tooFar = {};
+    for (int32_t i = 0; i < edges.count; i += kWords) {
+        const auto from = load<U32s>(edges.place + i);
+        const U32s to = from + load<U32s>(edges.slope + i) * static_cast<uint32_t>(height);
+        store(edges.place + i, to);
+        const U32s top = (from & ~kFalls) >> 15;
+        const U32s bottom = (to & ~kFalls) >> 15;
+        const U32s change = bottom - top + static_cast<uint32_t>(kKeyBias);
+        tooFar |= change;
+        store(edges.top + i, narrow((I32s)top));
+        store(edges.key + i, narrow((I32s)((change << 1 & 0xFFFF) | from >> 31)));
+    }
+    return !any(tooFar & ~static_cast<uint32_t>(2 * kKeyBias - 1));
+}
+
+}  // namespace
+}  // namespace vg::raster
