@@ -113,8 +113,10 @@ void LibraryContext::retire(DrawingSurface* surface) noexcept {
 
 Status LibraryContext::draw(Document* document, DrawingSurface& surface,
                             RenderingQuality quality) noexcept {
-    if (const Status status = prepareDraw(surface); status != Status::kOk) return status;
-    return document != nullptr ? document->draw(surface, quality) : Status::kOk;
+    Status status = prepareDraw(surface);
+    if (status == Status::kOk && document != nullptr) status = document->draw(surface, quality);
+    vg::finishSurface(surface.engineSurface());
+    return status;
 }
 
 Status LibraryContext::beginPacking(const packing::BinRules& rules, float scale) noexcept {
@@ -131,8 +133,12 @@ Status LibraryContext::drawPackedRects(const QuorPackedRect* rects, uint32_t cou
     for (uint32_t i = 0; i < count; ++i) {
         if (packing_.elementOf(rects[i]).document == nullptr) return Status::kBadHandle;
     }
-    if (const Status status = prepareDraw(surface); status != Status::kOk) return status;
-    return quor::drawPackedRects(packing_, rects, count, surface, quality);
+    Status status = prepareDraw(surface);
+    if (status == Status::kOk) {
+        status = quor::drawPackedRects(packing_, rects, count, surface, quality);
+    }
+    vg::finishSurface(surface.engineSurface());
+    return status;
 }
 
 Status LibraryContext::prepareDraw(const DrawingSurface& surface) const noexcept {

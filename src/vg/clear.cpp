@@ -15,11 +15,25 @@ vg::raster::PixelRect intersect(const vg::raster::PixelRect& a,
     return {std::max(a.x0, b.x0), std::max(a.y0, b.y0), std::min(a.x1, b.x1), std::min(a.y1, b.y1)};
 }
 
+/// Surfaces of more pixels than this do not fit the nearer caches.
+constexpr int32_t kManyPixels = 1 << 17;
+
+/// Whether a clear is better put off (see PendingClear).
+bool clearsManyPixels(const vg::Context& context, const vg::Surface& surface,
+                      const vg::raster::PixelRect& rect) noexcept {
+    return !context.scissoring && rect.x0 <= 0 && rect.y0 <= 0 && rect.x1 >= surface.width &&
+           rect.y1 >= surface.height && surface.pixels.count() >= kManyPixels;
+}
+
 /// Stores the clear colour in the part of the rectangle that lies in the scissor. False when memory
 /// runs out.
 bool clearRect(vg::Context& context, vg::Surface& surface,
                const vg::raster::PixelRect& rect) noexcept {
     const uint32_t pixel = vg::raster::packFloatColor(context.clearColor, surface.descriptor());
+    if (clearsManyPixels(context, surface, rect)) {
+        surface.pendingClear.begin(surface.height, pixel);
+        return true;
+    }
     const auto clearPart = [&](const vg::raster::PixelRect& part) noexcept {
         vg::raster::clearRect(surface.view(), intersect(rect, part), pixel);
         return true;

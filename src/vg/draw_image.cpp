@@ -75,7 +75,7 @@ bool drawImage(Context& context, Surface& surface, const Image& image) noexcept 
     params.polygon = corners.polygon();
     params.quality = static_cast<raster::Quality>(context.renderingQuality);
     params.blendMode = context.fillBlendMode;
-    params.surface = surface.view();
+    params.surface = surface.drawTarget();
     params.mask = activeMask(context, surface);
     params.imageMode = modeOf(context, matrix);
     switch (setupColors(context, surface, image, params)) {

@@ -89,7 +89,7 @@ bool paintShape(const DrawCall& call, VGPaintMode mode, const Shape& shape,
     params.polygon = shape.polygon;
     params.userToSurface = pathMatrix(call.context);
     params.quality = static_cast<raster::Quality>(call.context.renderingQuality);
-    params.surface = call.surface.view();
+    params.surface = call.surface.drawTarget();
     params.mask = activeMask(call.context, call.surface);
     switch (setupPaintParams(call.context, call.surface, mode, params.paint)) {
         case PaintSetup::kReady:

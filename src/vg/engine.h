@@ -46,8 +46,11 @@ int32_t surfaceHeight(const Surface* surface) noexcept;
 uint32_t surfaceFormat(const Surface* surface) noexcept;  ///< the VGImageFormat code
 
 /// The pixels, top row first, without padding; owned by the surface, valid until it is resized or
-/// destroyed.
+/// destroyed. What is drawn later shows after finishSurface().
 uint32_t* surfacePixels(Surface* surface) noexcept;
+
+/// Does what clears and draws have put off.
+void finishSurface(Surface* surface) noexcept;
 
 /// Makes the pair current. Both null: nothing is current. True on success; false, with the pair
 /// unchanged, when only one is null or the context is not live.

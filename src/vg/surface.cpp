@@ -66,6 +66,7 @@ bool resizeSurface(Surface* surface, int32_t width, int32_t height) noexcept {
     surface->mask.swap(mask);
     surface->width = width;
     surface->height = height;
+    surface->pendingClear.forget();
     return true;
 }
 
@@ -75,6 +76,8 @@ int32_t surfaceHeight(const Surface* surface) noexcept { return surface->height;
 
 uint32_t surfaceFormat(const Surface* surface) noexcept { return surface->format; }
 
-uint32_t* surfacePixels(Surface* surface) noexcept { return surface->pixels.data(); }
+uint32_t* surfacePixels(Surface* surface) noexcept { return surface->view().pixels; }
+
+void finishSurface(Surface* surface) noexcept { surface->finishClear(); }
 
 }  // namespace vg

@@ -20,7 +20,17 @@ struct Surface {
 
     bool isLinear() const noexcept;  ///< whether the format's colour space is
 
-    raster::PixelSurface view() noexcept { return {pixels.data(), width, height, format}; }
+    /// A clear that is not done yet; all but draws have it done first.
+    raster::PendingClear pendingClear;
+
+    raster::PixelSurface view() noexcept {
+        finishClear();
+        return {pixels.data(), width, height, format};
+    }
+    raster::PixelSurface drawTarget() noexcept {
+        return {pixels.data(), width, height, format, &pendingClear};
+    }
+    void finishClear() noexcept { pendingClear.finish({pixels.data(), width, height, format}); }
 
     const raster::PixelFormatDescriptor& descriptor() const noexcept {
         return *raster::findPixelFormat(format);

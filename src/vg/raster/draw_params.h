@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "vg/raster/gradient_params.h"
+#include "vg/raster/pending_clear.h"
 #include "vg/raster/texture_params.h"
 
 namespace vg::raster {
@@ -53,9 +54,14 @@ struct PixelSurface {
     int32_t height = 0;
     /// VG_sARGB_8888 (0x41), VG_lARGB_8888 (0x48) or the premultiplied format that follows each.
     uint32_t format = 0x42;
+    PendingClear* pendingClear = nullptr;  ///< rows to be cleared before a draw
 
     uint32_t* row(int32_t y) const noexcept {
         return pixels + static_cast<int64_t>(height - 1 - y) * width;
+    }
+    /// Must come before drawing on the rows bottom <= y <= top.
+    void finishClear(int32_t bottom, int32_t top) const noexcept {
+        if (pendingClear != nullptr) pendingClear->finishRows(*this, bottom, top);
     }
 };
 

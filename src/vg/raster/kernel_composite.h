@@ -12,6 +12,7 @@
 
 #include "vg/raster/coverage_row.h"
 #include "vg/raster/kernels.h"
+#include "vg/raster/lane_scans.h"
 #include "vg/raster/lanes.h"
 #include "vg/raster/pixel_lanes.h"
 
@@ -130,10 +131,11 @@ struct FlatRow {
     int32_t width;
 };
 
-/// Blends one vector of a touched group, leaves its cells zero, returns the sum at its end.
+/// Blends one vector of a touched group, leaves its cells zero, returns the sum at its end in
+/// every lane, as `carry` holds that of the cells before.
 template <class Paint>
-QUOR_LANES_INLINE uint32_t blendCells(const Paint& paint, const FlatRow& row, int32_t column,
-                                      uint32_t carry) noexcept {
+QUOR_LANES_INLINE U32s blendCells(const Paint& paint, const FlatRow& row, int32_t column,
+                                  U32s carry) noexcept {
     uint32_t* const cells = row.cells + column;
     const U32s sums = runningSums(load<U32s>(cells)) + carry;
     store(cells, U32s{});
@@ -145,13 +147,13 @@ QUOR_LANES_INLINE uint32_t blendCells(const Paint& paint, const FlatRow& row, in
     } else {
         blendPart(paint, pixels, row.width - column, coverage);
     }
-    return sums[kWords - 1];
+    return lastLane(sums);
 }
 
 template <class Paint>
 QUOR_LANES_INLINE void compositeRow(const Paint& paint, const FlatRow& row,
                                     int32_t groupCount) noexcept {
-    uint32_t sum = 0;
+    U32s sum = {};
     int32_t column = 0;  // everything to its left is done
     for (int32_t base = 0; base < groupCount; base += 8) {
         auto touched = load<uint64_t>(row.touched + base);
@@ -160,7 +162,7 @@ QUOR_LANES_INLINE void compositeRow(const Paint& paint, const FlatRow& row,
         for (; touched != 0; touched &= touched - 1) {
             const int32_t group = (base + (__builtin_ctzll(touched) >> 3)) * kGroup;
             if (group != column) {
-                blendRun(paint, row.pixels + column, group - column, coverageOf(sum));
+                blendRun(paint, row.pixels + column, group - column, coverageOf(sum[0]));
             }
             for (column = group; column < group + kGroup; column += kWords) {
                 sum = blendCells(paint, row, column, sum);

@@ -80,20 +80,6 @@ QUOR_LANES_INLINE uint32_t bitsOf(I32s mask) noexcept {
 #endif
 }
 
-/// Adds to each lane all those before it.
-QUOR_LANES_INLINE U32s runningSums(U32s v) noexcept {
-    constexpr U32s kZero = {};
-#if defined(__AVX2__)
-    v += __builtin_shufflevector(v, kZero, 8, 0, 1, 2, 8, 4, 5, 6);
-    v += __builtin_shufflevector(v, kZero, 8, 8, 0, 1, 8, 8, 4, 5);
-    v += __builtin_shufflevector(v, kZero, 8, 8, 8, 8, 3, 3, 3, 3);
-#else
-    v += __builtin_shufflevector(v, kZero, 4, 0, 1, 2);
-    v += __builtin_shufflevector(v, kZero, 4, 4, 0, 1);
-#endif
-    return v;
-}
-
 /// Stores lane l of four vectors side by side, for one l after the other.
 QUOR_LANES_INLINE void storeTransposed(U32s a, U32s b, U32s c, U32s d,
                                        uint32_t (*lanes)[4]) noexcept {

@@ -9,9 +9,19 @@ namespace vg::raster {
 
 namespace {
 
+/// Whole rows of a flat colour that replaces what is there.
+bool overwritesRows(const SweepTarget& target, const PixelRect& rect) noexcept {
+    return target.flat == FlatBlend::kSource && rect.x0 == 0 && rect.x1 == target.surface.width;
+}
+
 void fillAlignedRectangle(const SweepTarget& target, const PixelRect& rect,
                           RunFunction run) noexcept {
+    PendingClear* const pendingClear = target.surface.pendingClear;
+    if (pendingClear != nullptr && overwritesRows(target, rect)) {
+        for (int32_t y = rect.y0; y < rect.y1; ++y) pendingClear->forgetRow(y);
+    }
     for (int32_t y = rect.y0; y < rect.y1; ++y) {
+        target.surface.finishClear(y, y);
         run(target.surface, target.span, y, rect.x0, rect.x1);
     }
 }

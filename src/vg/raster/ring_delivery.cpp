@@ -22,6 +22,7 @@ void deliverRow(CoverageRing& ring, int32_t row, SweepTarget& target) noexcept {
 void deliverRows(CoverageRing& ring, int32_t originColumn, int32_t top, int32_t bottom,
                  SweepTarget& target) noexcept {
     if (top < bottom) return;
+    target.surface.finishClear(bottom, top);
     if (target.flat == FlatBlend::kNone) {
         for (int32_t row = top; row >= bottom; --row) deliverRow(ring, row, target);
         return;
