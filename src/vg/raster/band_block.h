@@ -15,7 +15,7 @@ inline constexpr int32_t kLaneSlack = 8;
 struct BandBlock {
     int32_t firstBand;  ///< index of lane 0's band in the polygon
     int32_t y[kBlockBands + 1 + kLaneSlack];
-    int32_t height[kBlockBands + kLaneSlack];    ///< 0..32, in 1/32 pixel; 0 past the block
+    int16_t height[kBlockBands + kLaneSlack];    ///< 0..32, in 1/32 pixel; 0 past the block
     int32_t rowStart[kBlockBands + kLaneSlack];  ///< the first cell of the band's pixel row
 };
 

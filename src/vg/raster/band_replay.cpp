@@ -41,7 +41,7 @@ public:
             rows_[i].bottom[laneCount_] = static_cast<uint16_t>(x[2 * i + 1] + dx);
             rows_[i].sign[laneCount_] = (i & 1) == 0 ? 1 : -1;
         }
-        block_.height[laneCount_] = band.height;
+        block_.height[laneCount_] = static_cast<int16_t>(band.height);
         block_.rowStart[laneCount_] = ring_.rowStart(pixelRow);
         ++laneCount_;
     }

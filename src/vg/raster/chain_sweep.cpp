@@ -130,7 +130,10 @@ void ChainSweep::loadBlock(int32_t firstBand) noexcept {
     const int32_t sampleHeight = quality_ == Quality::kFaster ? kSubpixels / 2 : kSubpixels;
     for (int32_t l = 0; l < kBlockBands; ++l) {
         const bool isBand = firstBand + l < bandCount_;
-        block_.height[l] = isExact() ? block_.y[l] - block_.y[l + 1] : isBand ? sampleHeight : 0;
+        const int32_t height = isExact() ? block_.y[l] - block_.y[l + 1]
+                               : isBand  ? sampleHeight
+                                         : 0;
+        block_.height[l] = static_cast<int16_t>(height);
         block_.rowStart[l] = ring_.rowStart(pixelOf(block_.y[isExact() ? l + 1 : l]));
     }
     for (LiveChain* chain : live_) chain->first = 0;

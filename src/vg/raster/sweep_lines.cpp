@@ -62,9 +62,15 @@ bool SweepLines::listHeights(int32_t topRow, int32_t bottomRow) noexcept {
     for (int32_t row = topRow; row >= bottomRow; --row) {
         firstIndex_[row] = static_cast<int32_t>(next - first);
         const int32_t highest = (row << kSubpixelBits) | kSubpixelMask;
-        for (uint32_t bits = lines_[row]; bits != 0; bits &= bits - 1) {
-            *next++ = static_cast<uint16_t>(highest - std::countr_zero(bits));
-        }
+        uint32_t bits = lines_[row];
+        const auto takeLine = [&] {
+            *next = static_cast<uint16_t>(highest - std::countr_zero(bits));
+            next += bits != 0 ? 1 : 0;
+            bits &= bits - 1;
+        };
+        takeLine();  // most rows have one line or two: no branch to be guessed wrongly
+        takeLine();
+        while (bits != 0) takeLine();
     }
     const auto count = static_cast<int32_t>(next - first);
     if (count > 0) std::fill_n(next, kPadding, next[-1]);
