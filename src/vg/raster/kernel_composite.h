@@ -27,7 +27,7 @@ constexpr int32_t kGroup = 8;
 // channels 0 and 2, `high` 1 and 3.
 
 QUOR_LANES_INLINE U16s lowOf(U32s pixels) noexcept { return (U16s)(pixels & kLanes); }
-QUOR_LANES_INLINE U16s highOf(U32s pixels) noexcept { return (U16s)((pixels >> 8) & kLanes); }
+QUOR_LANES_INLINE U16s highOf(U32s pixels) noexcept { return (U16s)pixels >> 8; }
 
 /// A flat colour that replaces what it covers.
 class FlatSource {
@@ -68,14 +68,13 @@ private:
     U16s rest_;
 };
 
-/// Pixels at coverage 0..256 each.
+/// Pixels at coverage 0..256 each: d 256 + (s - d) coverage, which is never negative, in 16 bits.
 template <class Paint>
 QUOR_LANES_INLINE U32s mixPixels(const Paint& paint, U32s pixels, U32s coverage) noexcept {
     const U16s low = lowOf(pixels), high = highOf(pixels);
     const auto share = (U16s)(coverage | coverage << 16);
-    const U16s rest = 256 - share;
-    const U16s mixedLow = low * rest + paint.low(low) * share;
-    const U16s mixedHigh = high * rest + paint.high(high) * share;
+    const U16s mixedLow = (low << 8) + (paint.low(low) - low) * share;
+    const U16s mixedHigh = (U16s)(pixels & ~kLanes) + (paint.high(high) - high) * share;
     return (U32s)(mixedLow >> 8) | ((U32s)mixedHigh & ~kLanes);
 }
 

@@ -9,16 +9,16 @@ namespace vg::raster {
 
 /// Adds to each lane all those before it.
 QUOR_LANES_INLINE U32s runningSums(U32s v) noexcept {
-    constexpr U32s kZero = {};
 #if defined(__AVX2__)
-    v += __builtin_shufflevector(v, kZero, 8, 0, 1, 2, 8, 4, 5, 6);
-    v += __builtin_shufflevector(v, kZero, 8, 8, 0, 1, 8, 8, 4, 5);
-    v += __builtin_shufflevector(v, kZero, 8, 8, 8, 8, 3, 3, 3, 3);
+    v += (U32s)_mm256_slli_si256((__m256i)v, 4);  // each half by itself
+    v += (U32s)_mm256_slli_si256((__m256i)v, 8);
+    const __m256i lasts = _mm256_shuffle_epi32((__m256i)v, 0xFF);
+    return v + (U32s)_mm256_permute2x128_si256(lasts, lasts, 0x08);  // the lower one to the upper
 #else
+    constexpr U32s kZero = {};
     v += __builtin_shufflevector(v, kZero, 4, 0, 1, 2);
-    v += __builtin_shufflevector(v, kZero, 4, 4, 0, 1);
+    return v + __builtin_shufflevector(v, kZero, 4, 4, 0, 1);
 #endif
-    return v;
 }
 
 /// The last lane in every lane.
