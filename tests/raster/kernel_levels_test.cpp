@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numeric>
 #include <random>
 #include <vector>
@@ -137,6 +139,34 @@ TEST_P(KernelLevels, RadialGradients) {
             ASSERT_EQ(drawn[static_cast<size_t>(i)], entryOf(fixedOf(g), run.spread, 20))
                 << i << " of " << count << ", round " << round;
         }
+    }
+}
+
+TEST_P(KernelLevels, ColourRamps) {
+    std::uniform_real_distribution<float> wide(-0.2F, 1.2F);
+    for (int round = 0; round < 200; ++round) {
+        std::vector<ColorStop> stops(2 + word() % 9);
+        for (ColorStop& stop : stops) {
+            stop.offset = std::clamp(wide(random_), 0.0F, 1.0F);
+            for (float& channel : stop.color) channel = wide(random_);
+        }
+        std::sort(stops.begin(), stops.end(),
+                  [](const ColorStop& a, const ColorStop& b) { return a.offset < b.offset; });
+        stops.front().offset = 0.0F;
+        stops.back().offset = 1.0F;
+        float transform[8];
+        for (float& value : transform) value = wide(random_);
+        const RampOptions options = {round % 2 == 0, round % 3 == 0,
+                                     round % 5 == 0, round % 16 == 0,
+                                     round % 7 != 0, round % 4 == 0 ? transform : nullptr};
+        const auto count = static_cast<int32_t>(stops.size());
+        ColorRamp ramp, plain;
+        ASSERT_TRUE(buildColorRamp(stops.data(), count, options, ramp));
+        (void)useKernelLevel(KernelLevel::kPortable);
+        ASSERT_TRUE(buildColorRamp(stops.data(), count, options, plain));
+        (void)useKernelLevel(GetParam());
+        ASSERT_TRUE(std::equal(ramp.pixels, std::end(ramp.pixels), plain.pixels)) << round;
+        ASSERT_EQ(ramp.lastColor, plain.lastColor);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "vg/raster/ramp_run.h"
+
 namespace vg::raster {
 
 /// A stop of a gradient: components 0..1, not premultiplied.
@@ -18,15 +20,6 @@ struct ColorRamp {
     uint32_t pixels[kSize];
     uint32_t lastColor;  ///< the pixel of the last stop; a mirrored ramp has it in its middle
     bool isOpaque;       ///< every pixel is
-};
-
-struct RampOptions {
-    bool isMirrored = false;  ///< there and back: offsets 0 to 1 and on to 2
-    bool isSmooth = false;    ///< a cubic Hermite spline through the stops
-    bool interpolatesPremultiplied = false;
-    bool isLinearSpace = false;             ///< the surface holds linear colours
-    bool isPremultiplied = true;            ///< the pixels are
-    const float* colorTransform = nullptr;  ///< four scales, four biases; null: none
 };
 
 /// Fills the ramp. No stops stand for black at 0 and white at 1; others begin at offset 0, end at

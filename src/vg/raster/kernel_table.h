@@ -10,6 +10,7 @@
 #include "vg/raster/kernel_gradient.h"
 #include "vg/raster/kernel_neighbours.h"
 #include "vg/raster/kernel_order.h"
+#include "vg/raster/kernel_ramp.h"
 #include "vg/raster/kernels.h"
 
 namespace vg::raster {
@@ -34,6 +35,7 @@ constexpr Kernels QUOR_KERNELS = {
     &linearPixels,
     &radialPixels,
     &sourceOver,
+    &rampPixels,
 };
 
 }  // namespace vg::raster

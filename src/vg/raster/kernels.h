@@ -6,6 +6,7 @@
 #include "vg/raster/draw_params.h"
 #include "vg/raster/gradient_runs.h"
 #include "vg/raster/live_chain.h"
+#include "vg/raster/ramp_run.h"
 
 namespace vg::raster {
 
@@ -87,6 +88,9 @@ struct Kernels {
 
     /// Premultiplied pixels over others. They do not overlap.
     void (*sourceOver)(const uint32_t* source, uint32_t* pixels, int32_t count) noexcept;
+
+    /// The entries of a run, one at least, from `pixels` on.
+    void (*rampPixels)(const RampRun& run, const RampOptions& options, uint32_t* pixels) noexcept;
 };
 
 /// Rising; a processor that has one has those before it.

@@ -132,6 +132,7 @@ QUOR_LANES_INLINE V choose(M mask, V a, V b) noexcept {
     return (((V)mask & a) | (~(V)mask & b));
 }
 
+/// b where a or b is not a number.
 template <class V>
 QUOR_LANES_INLINE V smaller(V a, V b) noexcept {
     return a < b ? a : b;
@@ -141,5 +142,14 @@ template <class V>
 QUOR_LANES_INLINE V larger(V a, V b) noexcept {
     return a > b ? a : b;
 }
+
+// Instructions that compilers do not find for floats, since they would have to know the above.
+#if defined(__AVX2__)
+QUOR_LANES_INLINE F32s smaller(F32s a, F32s b) noexcept { return _mm256_min_ps(a, b); }
+QUOR_LANES_INLINE F32s larger(F32s a, F32s b) noexcept { return _mm256_max_ps(a, b); }
+#elif defined(__SSE4_1__)
+QUOR_LANES_INLINE F32s smaller(F32s a, F32s b) noexcept { return _mm_min_ps(a, b); }
+QUOR_LANES_INLINE F32s larger(F32s a, F32s b) noexcept { return _mm_max_ps(a, b); }
+#endif
 
 }  // namespace vg::raster
