@@ -1,5 +1,6 @@
 #include "api/document.h"
 
+#include <cstring>
 #include <memory>
 #include <new>
 
@@ -39,22 +40,27 @@ float pixelsOf(const Document& document, const SizeAttribute& size) noexcept {
 
 }  // namespace
 
-Document* Document::create(const ScreenParameters& screenParameters, const char* xmlText) noexcept {
+Document* Document::create(const ScreenParameters& screenParameters) noexcept {
     std::unique_ptr<Document> document(new (std::nothrow) Document(screenParameters));
     if (document == nullptr || !document->initialize() || !document->traversal_.initialize()) {
         return nullptr;
     }
-    return document->load(xmlText) == Status::kOk ? document.release() : nullptr;
+    return document.release();
 }
 
 Document::~Document() { delete root_; }
 
-Status Document::load(const char* xmlText) noexcept {
-    // The old tree points into the old text, which the parser frees.
+void Document::unload() noexcept {
+    // The tree points into the text.
     delete root_;
     root_ = nullptr;
     ids.clear();
     arena.clear();
+    xml_.Clear();
+}
+
+Status Document::load(const char* xmlText) noexcept {
+    unload();
     if (const Status status = parse(xmlText); status != Status::kOk) return status;
     if (const Status status = buildTree(); status != Status::kOk) return status;
     viewport = outermostViewport();
@@ -64,7 +70,9 @@ Status Document::load(const char* xmlText) noexcept {
 
 Status Document::parse(const char* xmlText) noexcept {
     try {
-        return xml_.Parse(xmlText) == tinyxml2::XML_SUCCESS ? Status::kOk : Status::kParser;
+        textSize_ = std::strlen(xmlText);
+        return xml_.Parse(xmlText, textSize_) == tinyxml2::XML_SUCCESS ? Status::kOk
+                                                                       : Status::kParser;
     } catch (const std::bad_alloc&) {
         return Status::kOutOfMemory;
     }

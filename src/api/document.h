@@ -19,8 +19,8 @@ enum class RenderingQuality : uint32_t { kNonAntialiased = 0, kFaster = 1, kBett
 /// goes on a surface.
 class Document final : public SvgDocument {
 public:
-    /// Null when the text is no SVG document or memory runs out.
-    static Document* create(const ScreenParameters& screenParameters, const char* xmlText) noexcept;
+    /// An empty document, to be loaded. Null when memory runs out.
+    static Document* create(const ScreenParameters& screenParameters) noexcept;
 
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
@@ -29,6 +29,12 @@ public:
     /// Replaces the tree by that of the text; a document whose load failed can only be destroyed.
     /// kParser, kInvalidSvg or kOutOfMemory.
     Status load(const char* xmlText) noexcept;
+
+    /// Frees text and tree; the buffers stay for the next load().
+    void unload() noexcept;
+
+    /// Whether the buffers are small enough to be kept.
+    bool isSmall() const noexcept { return textSize_ <= kSmallText; }
 
     /// The outermost element's size in pixels; -1 when it is missing or relative, which the log
     /// hears of.
@@ -46,6 +52,8 @@ public:
     ViewportAlignment alignment;
 
 private:
+    static constexpr size_t kSmallText = size_t{1} << 15;  ///< bytes
+
     explicit Document(const ScreenParameters& screenParameters) noexcept
         : SvgDocument(screenParameters) {}
 
@@ -53,6 +61,7 @@ private:
     Status buildTree() noexcept;
     Rect outermostViewport() const noexcept;
 
+    size_t textSize_ = 0;  ///< bytes
     tinyxml2::XMLDocument xml_;
     SvgSvg* root_ = nullptr;  ///< owned
     Traversal traversal_;

@@ -1,5 +1,7 @@
 #include "api/library.h"
 
+#include <utility>
+
 #include "api/packing_draw.h"
 #include "svg/engine_error.h"
 #include "vg/vg.h"
@@ -60,6 +62,7 @@ void LibraryContext::releaseAll() noexcept {
             delete static_cast<Document*>(object);
         }
     });
+    delete std::exchange(spareDocument_, nullptr);
     vg::destroySurface(idleSurface_);
     idleSurface_ = nullptr;
     packingSurface_ = nullptr;
@@ -83,9 +86,11 @@ uint32_t LibraryContext::createSurface(uint32_t width, uint32_t height) noexcept
 }
 
 uint32_t LibraryContext::createDocument(const char* xmlText) noexcept {
-    Document* document = Document::create(screen_, xmlText);
+    Document* document = std::exchange(spareDocument_, nullptr);
+    if (document == nullptr) document = Document::create(screen_);
     if (document == nullptr) return 0;
-    const uint32_t handle = handles_.add(HandleKind::kDocument, document);
+    const uint32_t handle =
+        document->load(xmlText) == Status::kOk ? handles_.add(HandleKind::kDocument, document) : 0;
     if (handle == 0) delete document;
     return handle;
 }
@@ -101,8 +106,17 @@ Status LibraryContext::destroyDocument(uint32_t handle) noexcept {
     void* object = nullptr;
     if (!handles_.release(handle, HandleKind::kDocument, object)) return Status::kBadHandle;
     packing_.forgetDocument(static_cast<Document*>(object));
-    delete static_cast<Document*>(object);
+    retire(static_cast<Document*>(object));
     return Status::kOk;
+}
+
+void LibraryContext::retire(Document* document) noexcept {
+    if (spareDocument_ != nullptr || document == nullptr || !document->isSmall()) {
+        delete document;
+        return;
+    }
+    document->unload();
+    spareDocument_ = document;
 }
 
 void LibraryContext::retire(DrawingSurface* surface) noexcept {

@@ -64,6 +64,8 @@ private:
     bool allocate() noexcept;
     void releaseAll() noexcept;
     void retire(DrawingSurface* surface) noexcept;
+    /// Keeps a small document, emptied, for the next one to be created, and frees others.
+    void retire(Document* document) noexcept;
     /// Makes the surface current and clears it as the settings say.
     Status prepareDraw(const DrawingSurface& surface) const noexcept;
     Status clear(const DrawingSurface& surface) const noexcept;
@@ -74,6 +76,7 @@ private:
     vg::Surface* idleSurface_ = nullptr;  ///< 1 x 1, current when no other surface is
     ScreenParameters screen_;
     HandleTable handles_;
+    Document* spareDocument_ = nullptr;  ///< empty
     /// 1 x 1, where the atlas packer measures documents; null when a caller destroyed it. By its
     /// address, for its handle may have gone to another surface.
     DrawingSurface* packingSurface_ = nullptr;

@@ -19,7 +19,7 @@ public:
     Arena() noexcept = default;
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
-    ~Arena() { clear(); }
+    ~Arena() { freeBlocksAfter(nullptr); }
 
     /// Uninitialised bytes; null when memory runs out. Precondition: size > 0.
     [[nodiscard]] void* allocate(size_t size) noexcept {
@@ -32,15 +32,17 @@ public:
         return piece;
     }
 
-    /// Ends all pieces.
+    /// Ends all pieces. Keeps the first block for the next ones, unless it is a large one.
     void clear() noexcept {
-        while (newest_ != nullptr) {
-            Block* older = newest_->older;
-            std::free(newest_);
-            newest_ = older;
-        }
-        free_ = end_ = nullptr;
+        Block* const kept = first_ != nullptr && first_->size == kFirstBlock ? first_ : nullptr;
+        freeBlocksAfter(kept);
+        first_ = newest_ = kept;
         blockSize_ = kFirstBlock;
+        if (kept != nullptr) {
+            handOut(kept);
+        } else {
+            free_ = end_ = nullptr;
+        }
     }
 
 private:
@@ -49,6 +51,7 @@ private:
 
     struct alignas(kAlignment) Block {
         Block* older;
+        size_t size;  ///< with this head
     };
 
     bool addBlock(size_t piece) noexcept {
@@ -56,14 +59,28 @@ private:
         const size_t size = needed > blockSize_ ? needed : blockSize_;
         auto* block = static_cast<Block*>(std::malloc(size));
         if (block == nullptr) return false;
-        block->older = newest_;
+        *block = {newest_, size};
         newest_ = block;
-        free_ = reinterpret_cast<char*>(block + 1);
-        end_ = reinterpret_cast<char*>(block) + size;
-        if (blockSize_ < kLargestBlock) blockSize_ *= 2;
+        if (first_ == nullptr) first_ = block;
+        handOut(block);
         return true;
     }
 
+    void handOut(Block* block) noexcept {
+        free_ = reinterpret_cast<char*>(block + 1);
+        end_ = reinterpret_cast<char*>(block) + block->size;
+        if (blockSize_ < kLargestBlock) blockSize_ *= 2;
+    }
+
+    void freeBlocksAfter(const Block* kept) noexcept {
+        while (newest_ != kept) {
+            Block* older = newest_->older;
+            std::free(newest_);
+            newest_ = older;
+        }
+    }
+
+    Block* first_ = nullptr;
     Block* newest_ = nullptr;
     char* free_ = nullptr;  ///< what is left of the newest block
     char* end_ = nullptr;

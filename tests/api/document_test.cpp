@@ -76,8 +76,9 @@ std::string messages;  ///< what the log has heard
 TEST_F(Documents, TellTheLogWhyTheyHaveNoSize) {
     const quor::ScreenParameters screen = {
         640, 480, 96.0F, [](const char* message) { messages += std::string(message) + '\n'; }};
-    const auto document = quor::Document::create(screen, "<svg height='1em'/>");
+    const auto document = quor::Document::create(screen);
     ASSERT_NE(nullptr, document);
+    ASSERT_EQ(quor::Status::kOk, document->load("<svg height='1em'/>"));
     messages.clear();
     EXPECT_EQ(-1.0F, document->width());
     EXPECT_EQ(-1.0F, document->height());
@@ -108,6 +109,32 @@ TEST_F(Documents, ShowTheOutermostViewBoxOrWhatStandsInForIt) {
         float viewport[4];
         ASSERT_EQ(QUOR_NO_ERROR, quorDocViewportGet(quorDocCreate(text.c_str()), viewport));
         for (int i = 0; i < 4; ++i) EXPECT_EQ(c.viewport[i], viewport[i]);
+    }
+}
+
+TEST_F(Documents, LeaveNothingBehindForTheNext) {
+    const std::string small =
+        "<svg viewBox='0 0 8 8' preserveAspectRatio='none'><rect id='r' width='8' height='8'/>"
+        "<use xlink:href='#r' fill='red'/></svg>";
+    const std::string large = small + "<!--" + std::string(100000, '-') + "-->";
+    const uint32_t surface = quorSurfaceCreate(8, 8);
+    for (const std::string& text : {small, large, small, std::string("<svg/><svg"), small}) {
+        const uint32_t document = quorDocCreate(text.c_str()), other = quorDocCreate(text.c_str());
+        const float shown[4] = {1, 2, 3, 4};
+        (void)quorDocViewportSet(document, shown);
+        (void)quorDocDraw(document, surface, QUOR_RENDERING_QUALITY_BETTER);
+        (void)quorDocDestroy(document);
+        (void)quorDocDestroy(other);
+        // The reference finds no id of the document before.
+        const uint32_t next = quorDocCreate("<svg height='5'><use xlink:href='#r'/></svg>");
+        ASSERT_NE(QUOR_INVALID_HANDLE, next);
+        float viewport[4];
+        EXPECT_EQ(QUOR_NO_ERROR, quorDocViewportGet(next, viewport));
+        EXPECT_EQ(0.0F, viewport[0]);
+        EXPECT_EQ(5.0F, viewport[3]);
+        EXPECT_EQ(QUOR_NO_ERROR, quorDocDraw(next, surface, QUOR_RENDERING_QUALITY_BETTER));
+        EXPECT_EQ(0x00FFFFFFU & quorSurfacePixels(surface)[9], quorSurfacePixels(surface)[9]);
+        EXPECT_EQ(QUOR_NO_ERROR, quorDocDestroy(next));
     }
 }
 
