@@ -3,12 +3,14 @@
 
 #include <benchmark/benchmark.h>
 
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <random>
 #include <vector>
 
 #include "vg/raster/chain_sweep.h"
+#include "vg/raster/coverage_walk.h"
 #include "vg/raster/span_selection.h"
 #include "vg/raster/sweep_lines.h"
 #include "vg/raster/to_fixed.h"
@@ -57,9 +59,15 @@ int64_t edgeBands(const FixedPolygon& path) {
     return total;
 }
 
-void dropRow(const PixelSurface& /*surface*/, const SpanContext& span, int32_t /*y*/, int32_t first,
-             int32_t last) noexcept {
-    std::memset(span.cells + first, 0, static_cast<size_t>(last + 2 - first) * sizeof(uint32_t));
+void dropRow(const PixelSurface& /*surface*/, const SpanContext& /*span*/, int32_t /*y*/,
+             const RowCells& row) noexcept {
+    for (int32_t base = 0; base < row.groupCount; base += 8) {
+        for (uint32_t groups = takeTouched(row.view.touched + base); groups != 0;) {
+            uint32_t* const cells = row.view.cells + (base + std::countr_zero(groups)) * 8;
+            std::memset(cells, 0, 8 * sizeof *cells);
+            groups &= groups - 1;
+        }
+    }
 }
 
 void sweepDrawing(benchmark::State& state, bool composites) {

@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -107,6 +108,9 @@ struct Kind {
             })->Unit(benchmark::kMicrosecond);
         };
         add(std::string("gradient/flat/") + modeName, flat);
+        PaintParams centred = gradientParams(PaintKind::kRadialGradient, Spread::kPad);
+        std::copy_n(centred.gradient.geometry.points[0], 2, centred.gradient.geometry.points[1]);
+        add(std::string("gradient/centred/pad/") + modeName, centred);
         for (const Kind& kind : kinds) {
             for (const auto& [spreadName, spread] : spreads) {
                 add(std::string("gradient/") + kind.name + '/' + spreadName + '/' + modeName,

@@ -29,23 +29,24 @@ BENCHMARK(fillMemory)->Name("span/plain_fill");
 /// A change of coverage every `step` columns; 1024 makes one full run.
 void span(benchmark::State& state, int32_t mode, uint32_t color, int step) {
     std::vector<uint32_t> pixels(kWidth, 0xFF405060);
-    std::vector<uint32_t> pattern(kWidth + CoverageRow::kSlackCells, 0);
+    std::vector<uint32_t> changes(kWidth + 1, 0);
     uint32_t sum = 0;
     for (int x = 0; x < kWidth; x += step) {
         const uint32_t next =
             step == kWidth ? kFullCoverage : kFullCoverage / 64 * static_cast<uint32_t>(x % 61 + 1);
-        pattern[static_cast<size_t>(x)] = next - sum;
+        changes[static_cast<size_t>(x)] = next - sum;
         sum = next;
     }
-    pattern[kWidth] = 0U - sum;
-    std::vector<uint32_t> cells(pattern.size());
+    changes[kWidth] = 0U - sum;
+    CoverageRow row;
+    if (!row.reserve(kWidth)) return state.SkipWithError("out of memory");
     const SpanFunctions functions = selectSpanFunctions(mode, color);
     SpanContext context;
-    context.cells = cells.data();
     context.color = color;
     for (auto _ : state) {
-        std::copy(pattern.begin(), pattern.end(), cells.begin());
-        functions.span({pixels.data(), kWidth, 1}, context, 0, 0, kWidth - 1);
+        std::copy(changes.begin(), changes.end(), row.cells());
+        for (int x = 0; x <= kWidth; x += step) row.touch(x * kSubpixels, x * kSubpixels);
+        functions.span({pixels.data(), kWidth, 1}, context, 0, row.view());
         benchmark::DoNotOptimize(pixels.data());
         benchmark::ClobberMemory();
     }

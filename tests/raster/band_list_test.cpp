@@ -17,7 +17,7 @@ namespace vg::raster {
 namespace {
 
 constexpr uint32_t kColor = 0xC0806020;
-constexpr int kWidth = 48, kHeight = 40;
+constexpr int kWidth = 160, kHeight = 40;
 constexpr PixelRect kClip = {0, 0, kWidth, kHeight};
 
 /// The polygon in surface coordinates, y upwards.
@@ -107,7 +107,7 @@ TEST(BandList, MovesByWholePixelsAsTheSweepWould) {
     for (const Quality quality : kQualities) {
         BandList list;
         record(shape, 5.0F, 8.5F, FillRule::kNonZero, quality, list);
-        for (const float dx : {-8.0F, 0.0F, 13.0F}) {
+        for (const float dx : {-8.0F, 0.0F, 13.0F, 100.0F}) {  // as far as the third word of a map
             for (const float dy : {-8.0F, 0.0F, 11.0F}) {
                 ASSERT_EQ(replay(list, quality, 5.0F + dx, 8.5F + dy).pixels,
                           sweep(shape, 5.0F + dx, 8.5F + dy, FillRule::kNonZero, quality).pixels)
@@ -206,7 +206,7 @@ TEST(BandList, FitsOnlyInsideTheClip) {
         const struct {
             float x, y;
             bool fits;
-        } cases[] = {{0, 0, true},  {-4, 0, true},  {-5, 0, false}, {38, 0, true}, {39, 0, false},
+        } cases[] = {{0, 0, true},  {-4, 0, true},  {-5, 0, false}, {150, 0, true}, {151, 0, false},
                      {0, -6, true}, {0, -7, false}, {0, 28, true},  {0, 29, false}};
         for (const auto& c : cases) {
             EXPECT_EQ(list.fits(list.shiftTo(c.x, c.y), kClip), c.fits) << c.x << ", " << c.y;

@@ -87,6 +87,55 @@ TEST_P(KernelLevels, PixelsAndColoursOverPixels) {
     }
 }
 
+/// d + ((s - d) coverage >> 8) in every channel.
+uint32_t mixedPixel(uint32_t s, uint32_t d, uint32_t coverage) {
+    uint32_t result = 0;
+    for (const int shift : {0, 8, 16, 24}) {
+        const auto from = static_cast<int32_t>(d >> shift & 0xFF);
+        const auto to = static_cast<int32_t>(s >> shift & 0xFF);
+        const int32_t mixed = from + ((to - from) * static_cast<int32_t>(coverage) >> 8);
+        result |= static_cast<uint32_t>(mixed) << shift;
+    }
+    return result;
+}
+
+TEST_P(KernelLevels, PixelsMixedByCoverage) {
+    for (const int32_t count : kCounts) {
+        const std::vector<uint32_t> s = pixels(count), d = pixels(count);
+        std::vector<uint32_t> coverage(s.size());
+        for (uint32_t& c : coverage) c = word() % 4 == 0 ? 256 : word() % 257;
+        std::vector<uint32_t> source = d, over = d;
+        kernels().mixSource(s.data(), coverage.data(), source.data(), count);
+        kernels().mixSourceOver(s.data(), coverage.data(), over.data(), count);
+        for (size_t i = 0; i < s.size(); ++i) {
+            const uint32_t c = i < static_cast<size_t>(count) ? coverage[i] : 0;
+            EXPECT_EQ(source[i], mixedPixel(s[i], d[i], c)) << i << " of " << count;
+            EXPECT_EQ(over[i], mixedPixel(overPixel(s[i], d[i]), d[i], c)) << i << " of " << count;
+        }
+    }
+}
+
+TEST_P(KernelLevels, CellsBecomeCoverage) {
+    for (int32_t count = 0; count <= 64; count += 8) {
+        std::vector<uint32_t> cells(static_cast<size_t>(count) + 1, 7), coverage(cells.size(), 7);
+        std::vector<uint32_t> expected = coverage;
+        const uint32_t start = word();
+        uint32_t sum = start;
+        for (size_t i = 0; i < static_cast<size_t>(count); ++i) {
+            const uint32_t next = word() % 2 == 0 ? sum : word() % 3 == 0 ? word() : word() >> 2;
+            cells[i] = next - sum;
+            sum = next;
+            const int64_t level = static_cast<int32_t>(sum);
+            expected[i] = static_cast<uint32_t>(std::clamp<int64_t>(level, 0, 1 << 30) >> 22);
+        }
+        EXPECT_EQ(kernels().takeCoverage(cells.data(), count, start, coverage.data()), sum);
+        EXPECT_EQ(coverage, expected);
+        std::vector<uint32_t> clean(cells.size(), 0);
+        clean.back() = 7;
+        EXPECT_EQ(cells, clean);
+    }
+}
+
 TEST_P(KernelLevels, LinearGradients) {
     for (int round = 0; round < 600; ++round) {
         const int32_t count = kCounts[static_cast<size_t>(round) % std::size(kCounts)];
@@ -115,6 +164,7 @@ TEST_P(KernelLevels, RadialGradients) {
     for (int round = 0; round < 600; ++round) {
         const int32_t count = kCounts[static_cast<size_t>(round) % std::size(kCounts)];
         const float scale = round % 7 == 0 ? 1e15F : round % 7 == 1 ? 1e-20F : 2.0F;
+        const bool isCentred = round % 4 == 0;
         const auto line = [&] {
             const float start = unit(random_) * scale;
             return RowLine{start, unit(random_) * 0.01F * scale};
@@ -124,8 +174,8 @@ TEST_P(KernelLevels, RadialGradients) {
                          static_cast<int32_t>(word() % 64),
                          line(),
                          line(),
-                         line(),
-                         line(),
+                         isCentred ? RowLine() : line(),
+                         isCentred ? RowLine() : line(),
                          0x1p20F * (1.0F + std::fabs(unit(random_)))};
         std::vector<uint32_t> drawn(64, ~0U);
         kernels().radialPixels(run, count, drawn.data());

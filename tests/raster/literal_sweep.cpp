@@ -28,8 +28,6 @@ bool LiteralSweep::sweepBands(const FixedPolygon& polygon, FillRule rule,
         !lines_.collectVertexHeights(polygon) || !active_.begin(edges_, lines_)) {
         return false;
     }
-    target.span.cells = row_.cells();
-    row_.resetRange();
     for (int32_t line = 0; line + 1 < lines_.count(); ++line) {
         const int32_t top = lines_.height(line);
         const int32_t bottom = lines_.height(line + 1);
@@ -71,8 +69,6 @@ bool LiteralSweep::sweepSamples(const FixedPolygon& polygon, FillRule rule,
         !lines_.collectSamples(polygon, Sample::kFractions) || !active_.begin(edges_, lines_)) {
         return false;
     }
-    target.span.cells = row_.cells();
-    row_.resetRange();
     for (int32_t line = 0; line < lines_.count(); ++line) {
         const int32_t y = lines_.height(line);
         active_.advance(line, y);
@@ -94,12 +90,7 @@ void LiteralSweep::addSampleLine(FillRule rule, int32_t y) noexcept {
 }
 
 void LiteralSweep::flushRow(int32_t row, SweepTarget& target) noexcept {
-    if (!row_.isTouched()) return;
-    const int32_t lastColumn = target.surface.width - 1;
-    const int32_t first = std::min(pixelOf(row_.minX()), lastColumn);
-    const int32_t last = std::min(pixelOf(row_.maxX()), lastColumn);
-    target.function(target.surface, target.span, row, first, last);
-    row_.resetRange();
+    target.function(target.surface, target.span, row, row_.view());
 }
 
 }  // namespace vg::raster

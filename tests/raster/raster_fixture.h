@@ -1,10 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <random>
 #include <vector>
 
+#include "vg/raster/coverage_row.h"
 #include "vg/raster/rasterizer.h"
 
 namespace vg::raster {
@@ -27,6 +29,21 @@ struct Picture {
     int width, height;
     std::vector<uint32_t> pixels;
 };
+
+/// Changes the coverage at a column.
+inline void addChange(CoverageRow& row, int32_t column, uint32_t change) {
+    if (change == 0) return;
+    row.add(column, change);
+    row.touch(column * kSubpixels, column * kSubpixels);
+}
+
+inline bool isClean(CoverageRow& row) {
+    const RowCells all = row.view();
+    return std::all_of(all.view.cells, all.view.cells + 8 * all.groupCount,
+                       [](uint32_t cell) { return cell == 0; }) &&
+           std::all_of(all.view.touched, all.view.touched + all.groupCount,
+                       [](uint8_t entry) { return entry == 0; });
+}
 
 /// Contours of points, in the order the rasterizer takes them.
 struct Shape {

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "raster_fixture.h"
-#include "vg/raster/coverage_row.h"
 #include "vg/raster/paint_setup.h"
 
 namespace vg::raster {
@@ -49,7 +48,8 @@ TEST(SpanFunction, MatchesTheDefinitionOnRandomCoverage) {
             for (int shift = 0; shift < 24; shift += 8) pixel |= word(random) % (a + 1) << shift;
         }
         // Sums that often repeat, are often full or nothing, and now and then just out of range.
-        std::vector<uint32_t> cells(kWidth + CoverageRow::kSlackCells, 0);
+        CoverageRow row;
+        ASSERT_TRUE(row.reserve(kWidth));
         std::vector<int32_t> sums(kWidth, 0);
         const int first = static_cast<int>(word(random) % 20);
         const int last =
@@ -76,11 +76,10 @@ TEST(SpanFunction, MatchesTheDefinitionOnRandomCoverage) {
                 default:
                     break;
             }
-            cells[static_cast<size_t>(x)] =
-                static_cast<uint32_t>(next) - static_cast<uint32_t>(sum);
+            addChange(row, x, static_cast<uint32_t>(next) - static_cast<uint32_t>(sum));
             sums[static_cast<size_t>(x)] = sum = next;
         }
-        cells[static_cast<size_t>(last) + 1] = 0U - static_cast<uint32_t>(sum);
+        addChange(row, last + 1, 0U - static_cast<uint32_t>(sum));
 
         std::vector<uint32_t> expected = picture.pixels;
         for (int x = first; x <= last; ++x) {
@@ -90,10 +89,9 @@ TEST(SpanFunction, MatchesTheDefinitionOnRandomCoverage) {
         const SpanFunctions functions = selectSpanFunctions(mode, color);
         if (functions.span != nullptr) {
             SpanContext span;
-            span.cells = cells.data();
             span.color = color;
-            functions.span(picture.surface(), span, 0, first, last);
-            EXPECT_EQ(cells, std::vector<uint32_t>(cells.size(), 0)) << "cells are left clean";
+            functions.span(picture.surface(), span, 0, row.view());
+            EXPECT_TRUE(isClean(row)) << "cells and map are left clean";
         }
         ASSERT_EQ(picture.pixels, expected) << "round " << round;
     }

@@ -8,7 +8,6 @@
 
 #include "blend_oracle.h"
 #include "raster_fixture.h"
-#include "vg/raster/coverage_row.h"
 #include "vg/raster/paint_setup.h"
 
 namespace vg::raster {
@@ -132,14 +131,15 @@ class Row {
 public:
     Row(uint32_t format, uint32_t seed) : format_(format), random_(seed) {
         for (uint32_t& pixel : pixels_) pixel = randomPixel();
+        EXPECT_TRUE(row_.reserve(kWidth));
         int32_t sum = 0;
         for (int x = 0; x < kWidth; ++x) {
             sums_[x] = nextSum(x > 0 ? sums_[x - 1] : 0);
-            cells_[static_cast<size_t>(x)] = static_cast<uint32_t>(sums_[x] - sum);
+            addChange(row_, x, static_cast<uint32_t>(sums_[x] - sum));
             sum = sums_[x];
             mask_[x] = static_cast<uint8_t>(x % 7 == 0 ? 255 : x % 11 == 0 ? 0 : below(256));
         }
-        cells_[kWidth] = static_cast<uint32_t>(-sum);
+        addChange(row_, kWidth, static_cast<uint32_t>(-sum));
         before_ = pixels_;
     }
 
@@ -163,9 +163,8 @@ public:
         SpanContext span;
         const SpanFunctions functions = setupPaint(fill, span);
         if (functions.span == nullptr) return;
-        span.cells = cells_.data();
-        functions.span(fill.surface, span, 0, 0, kWidth - 1);
-        EXPECT_EQ(cells_, std::vector<uint32_t>(cells_.size(), 0)) << "cells are left clean";
+        functions.span(fill.surface, span, 0, row_.view());
+        EXPECT_TRUE(isClean(row_)) << "cells and map are left clean";
     }
 
     /// Checks every pixel against expected(x, old pixel, coverage 0..1).
@@ -194,8 +193,10 @@ private:
         for (const int shift : {0, 8, 16}) pixel |= below(most + 1) << shift;
         return pixel;
     }
-    /// Runs of one coverage, full ones and none among them, and changes at every column.
+    /// Runs of one coverage, full ones and none among them, some long, and changes at every column.
     int32_t nextSum(int32_t sum) {
+        if (keep_ > 0) return --keep_, sum;
+        if (below(16) == 0) keep_ = below(40);
         switch (below(8)) {
             case 0:
                 return 1 << 30;
@@ -213,9 +214,10 @@ private:
     std::mt19937 random_;
     std::vector<uint32_t> pixels_ = std::vector<uint32_t>(kWidth);
     std::vector<uint32_t> before_;
-    std::vector<uint32_t> cells_ = std::vector<uint32_t>(kWidth + CoverageRow::kSlackCells);
+    CoverageRow row_;
     int32_t sums_[kWidth] = {};
     uint8_t mask_[kWidth] = {};
+    uint32_t keep_ = 0;  ///< columns that the coverage stays the same for
 };
 
 /// All modes with a function, and some of the numbers between them.

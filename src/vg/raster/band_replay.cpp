@@ -182,9 +182,8 @@ void BandReplayer::addBands(const BandList& list, Quality quality, const BandShi
 bool BandReplayer::replayBands(BandList& list, Quality quality, const BandShift& shift,
                                SweepTarget& target) noexcept {
     if (!list.nonEmpty) return true;
-    // Flat rows are composited from any column, span functions count from column 0.
     const int32_t left = leftColumnOf(list, shift.dx);
-    const int32_t origin = target.flat == FlatBlend::kNone ? 0 : left;
+    const int32_t origin = originFor(target, left);
     if (!ring_.reserve(left - origin + columnCountOf(list, shift.dx)) ||
         !rows_.resize(list.largestBand / 2)) {
         return false;

@@ -95,8 +95,8 @@ int32_t ChainSweep::rowOfBand(int32_t band) const noexcept {
 bool ChainSweep::prepare(const FixedPolygon& polygon, const FixedBox& box,
                          const SweepTarget& target) noexcept {
     ColumnRange columns = columnsOf(box);
-    if (target.flat == FlatBlend::kNone) columns = {0, columns.first + columns.count};
-    originColumn_ = columns.first;
+    originColumn_ = originFor(target, columns.first);
+    columns.count += columns.first - originColumn_;
     denseCount_ = denseCountFor(columns.count);
     if (!ring_.reserve(columns.count) ||
         !chains_.build(polygon, lines_, originColumn_ * kSubpixels) ||

@@ -9,8 +9,8 @@ namespace vg::raster {
 ///
 ///   row & 15    cells 0 .. stride - 1, column `originColumn` of the surface first
 ///      0        |.......|.......|.......|        a group of 8 cells has one entry in the map of
-///      1        |.......|.......|.......|        what was touched: the composite looks nowhere
-///     ...                                        else
+///      1        |.......|.......|.......|        what was touched: who draws a row looks
+///     ...                                        nowhere else
 ///
 /// Units      kFullCoverage is one covered pixel; arithmetic wraps at 2^32 (see coverage_row.h).
 /// Invariant  all cells and the map are zero between draws: whoever reads a row clears it.
@@ -41,10 +41,5 @@ private:
     base::Array<uint32_t> cells_;
     base::Array<uint8_t> touched_;
 };
-
-/// Finds the first and the last touched group of a row and clears its map. False when there is
-/// none.
-bool takeTouchedRange(const CellView& row, int32_t groupCount, int32_t& first,
-                      int32_t& last) noexcept;
 
 }  // namespace vg::raster

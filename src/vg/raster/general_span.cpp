@@ -91,32 +91,41 @@ private:
     uint32_t image_[kGradientChunk];
 };
 
-/// Columns of one coverage before the mask.
-void blendColumns(const PixelSurface& surface, const SpanContext& span, int32_t y, int32_t begin,
-                  int32_t end, uint32_t coverage) noexcept {
+void blendPiece(const PixelSurface& surface, const SpanContext& span, int32_t y,
+                CoverageWalk::Piece piece) noexcept {
+    if (piece.coverage != nullptr) trim(piece);
     uint32_t* const pixels = surface.row(y);
-    const uint8_t* const mask = span.mask != nullptr ? span.maskRow(surface, y) : nullptr;
-    for (int32_t x = begin; x < end;) {
-        const int32_t count = std::min(AnyPaint::partEnd(x), end) - x;
+    for (int32_t x = piece.begin; x < piece.end;) {
+        const int32_t count = std::min(AnyPaint::partEnd(x), piece.end) - x;
         const Part part(span, y, x, count);
         for (int32_t i = 0; i < count; ++i) {
-            const uint32_t c = mask != nullptr ? maskedCoverage(coverage, mask[x + i]) : coverage;
+            const uint32_t c = piece.coverage != nullptr ? *piece.coverage++ : 256;
             if (c != 0) pixels[x + i] = part.mixedInto(pixels[x + i], i, c);
         }
         x += count;
     }
 }
 
+void blendPieces(const PixelSurface& surface, const SpanContext& span, int32_t y,
+                 CoverageWalk&& walk) noexcept {
+    for (CoverageWalk::Piece piece; walk.next(piece);) blendPiece(surface, span, y, piece);
+}
+
+const uint8_t* maskRowOf(const PixelSurface& surface, const SpanContext& span, int32_t y) noexcept {
+    return span.mask != nullptr ? span.maskRow(surface, y) : nullptr;
+}
+
 void blendGeneralSpan(const PixelSurface& surface, const SpanContext& span, int32_t y,
-                      int32_t first, int32_t last) noexcept {
-    forEachRun(span.cells, first, last, [&](int32_t begin, int32_t end, uint32_t coverage) {
-        if (coverage != 0) blendColumns(surface, span, y, begin, end, coverage);
-    });
+                      const RowCells& row) noexcept {
+    CoverageWalk::Coverage coverage;
+    blendPieces(surface, span, y,
+                CoverageWalk(row, surface.width, maskRowOf(surface, span, y), coverage));
 }
 
 void blendGeneralCovered(const PixelSurface& surface, const SpanContext& span, int32_t y,
                          int32_t first, int32_t end) noexcept {
-    blendColumns(surface, span, y, first, end, 256);
+    CoverageWalk::Coverage coverage;
+    blendPieces(surface, span, y, CoverageWalk(first, end, maskRowOf(surface, span, y), coverage));
 }
 
 }  // namespace

@@ -20,7 +20,8 @@ namespace vg::raster {
 // grow along the row.
 //
 // A gradient is a type with a Chunk, the values that its chunks start from, and pixels(), which
-// writes `count` pixels from the one that is k steps after the chunk's start.
+// writes `count` pixels from the one that is k steps after the chunk's start. kIsByVectors is told
+// in span_sources.h.
 
 inline constexpr int32_t kGradientChunk = 64;
 
@@ -29,6 +30,8 @@ inline RowLine lineOf(const PixelPlane& plane, int32_t x, int32_t y) noexcept {
 }
 
 struct LinearGradient {
+    static constexpr bool kIsByVectors = true;
+
     struct Chunk {
         int64_t start = 0;
 
@@ -46,6 +49,8 @@ struct LinearGradient {
 };
 
 struct RadialGradient {
+    static constexpr bool kIsByVectors = true;
+
     struct Chunk {
         RowLine u, v, dot, cross;
 
@@ -73,6 +78,8 @@ inline float fastInverseSqrt(float d) noexcept {
 
 /// Angles from a table, a full turn being 2^18.
 struct ConicalGradient {
+    static constexpr bool kIsByVectors = false;
+
     struct Chunk {
         RowLine u, v;
 
@@ -122,6 +129,8 @@ private:
 template <class Gradient>
 class GradientPaint {
 public:
+    static constexpr bool kIsByVectors = Gradient::kIsByVectors;
+
     GradientPaint(const SpanContext& span, int32_t y) noexcept : state_(span.gradient), y_(y) {}
 
     static int32_t partEnd(int32_t x) noexcept { return chunkOf(x) + kGradientChunk; }

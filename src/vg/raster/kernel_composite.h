@@ -68,14 +68,23 @@ private:
     U16s rest_;
 };
 
-/// Pixels at coverage 0..256 each: d 256 + (s - d) coverage, which is never negative, in 16 bits.
+/// Pixels on their way to others (by their low and high channels), at coverage 0..256 each:
+/// d 256 + (s - d) coverage, which is never negative, in 16 bits.
+QUOR_LANES_INLINE U32s mixHalves(U32s pixels, U16s low, U16s high, U32s coverage) noexcept {
+    const auto share = (U16s)(coverage | coverage << 16);
+    const U16s mixedLow = ((U16s)pixels << 8) + (low - lowOf(pixels)) * share;
+    const U16s mixedHigh = (U16s)(pixels & ~kLanes) + (high - highOf(pixels)) * share;
+    return (U32s)(mixedLow >> 8) | ((U32s)mixedHigh & ~kLanes);
+}
+
 template <class Paint>
 QUOR_LANES_INLINE U32s mixPixels(const Paint& paint, U32s pixels, U32s coverage) noexcept {
-    const U16s low = lowOf(pixels), high = highOf(pixels);
-    const auto share = (U16s)(coverage | coverage << 16);
-    const U16s mixedLow = (low << 8) + (paint.low(low) - low) * share;
-    const U16s mixedHigh = (U16s)(pixels & ~kLanes) + (paint.high(high) - high) * share;
-    return (U32s)(mixedLow >> 8) | ((U32s)mixedHigh & ~kLanes);
+    return mixHalves(pixels, paint.low(lowOf(pixels)), paint.high(highOf(pixels)), coverage);
+}
+
+/// Coverage 0..256 of running sums.
+QUOR_LANES_INLINE U32s coverageOf(U32s sums) noexcept {
+    return (U32s)smaller(larger((I32s)sums >> 22, I32s{}), I32s{} + 256);
 }
 
 QUOR_LANES_INLINE uint32_t coverageOf(uint32_t sum) noexcept {
@@ -138,8 +147,7 @@ QUOR_LANES_INLINE U32s blendCells(const Paint& paint, const FlatRow& row, int32_
     uint32_t* const cells = row.cells + column;
     const U32s sums = runningSums(load<U32s>(cells)) + carry;
     store(cells, U32s{});
-    const I32s level = (I32s)sums >> 22;
-    const auto coverage = (U32s)smaller(larger(level, I32s{}), I32s{} + 256);
+    const U32s coverage = coverageOf(sums);
     uint32_t* const pixels = row.pixels + column;
     if (column + kWords <= row.width) {
         store(pixels, mixPixels(paint, load<U32s>(pixels), coverage));

@@ -1,38 +1,46 @@
 #pragma once
 
-// Kernels: pixels of gradients, and rows of premultiplied pixels over others. Plain loops that the
-// compiler turns into vectors; floats are computed in one order everywhere and never contracted.
+// Kernels: pixels of gradients. Floats are computed in one order everywhere and never contracted.
 
 #include <algorithm>
-#include <cmath>
 
 #include "vg/raster/gradient_runs.h"
 #include "vg/raster/gradient_spreads.h"
-#include "vg/raster/kernel_composite.h"
+#include "vg/raster/lanes.h"
 
 namespace vg::raster {
 namespace {
 
-/// Replaces entries of the ramp by its pixels.
-inline void lookUp(const uint32_t* ramp, uint32_t* pixels, int32_t count) noexcept {
-    constexpr int32_t kAtOnce = 8;
-    int32_t i = 0;
-    for (; i + kAtOnce <= count; i += kAtOnce) {
-        uint32_t found[kAtOnce];
-        for (int32_t k = 0; k < kAtOnce; ++k) found[k] = ramp[pixels[i + k]];
-        std::memcpy(pixels + i, found, sizeof found);
+#if defined(__AVX2__)
+constexpr I32s kLaneNumbers = {0, 1, 2, 3, 4, 5, 6, 7};
+#else
+constexpr I32s kLaneNumbers = {0, 1, 2, 3};
+#endif
+
+/// Stores pixelsAt(i), a vector that begins at pixel i, for all of `count` pixels. The last one
+/// reaches back over some that the one before it has.
+template <class PixelsAt>
+QUOR_LANES_INLINE void storePixels(uint32_t* pixels, int32_t count, PixelsAt&& pixelsAt) noexcept {
+    if (count < kWords) {
+        const U32s part = pixelsAt(0);
+        std::memcpy(pixels, &part, static_cast<size_t>(count) * sizeof(uint32_t));
+        return;
     }
-    for (; i < count; ++i) pixels[i] = ramp[pixels[i]];
+    const int32_t last = count - kWords;
+    for (int32_t i = 0; i < last; i += kWords) store(pixels + i, pixelsAt(i));
+    store(pixels + last, pixelsAt(last));
 }
 
-template <class SpreadMode, class Integer>
-void linearEntries(const LinearRun& run, int32_t count, uint32_t* out) noexcept {
-    using Unsigned = std::make_unsigned_t<Integer>;  // the increment past the end may wrap
-    const auto first = static_cast<Unsigned>(run.first);
-    const auto step = static_cast<Unsigned>(run.step);
-    for (int32_t i = 0; i < count; ++i) {
-        const Unsigned parameter = first + static_cast<Unsigned>(i) * step;
-        out[i] = SpreadMode::template entry<16>(static_cast<Integer>(parameter));
+/// The entries of parameters in fixed point, 1.0 being 2^kOneBits (SpreadPad::entry() and others).
+template <class SpreadMode, int kOneBits>
+QUOR_LANES_INLINE U32s entriesOf(I32s parameters) noexcept {
+    constexpr int32_t kLast = (1 << kOneBits) - 1;
+    if constexpr (std::is_same_v<SpreadMode, SpreadPad>) {
+        return (U32s)smaller(larger(parameters, I32s{}), I32s{} + kLast) >> (kOneBits - 10);
+    } else if constexpr (std::is_same_v<SpreadMode, SpreadRepeat>) {
+        return ((U32s)parameters & kLast) >> (kOneBits - 10);
+    } else {
+        return entriesOf<SpreadRepeat, kOneBits>(parameters >> 1);
     }
 }
 
@@ -46,90 +54,85 @@ bool isOneEntry(const LinearRun& run, int64_t last) noexcept {
            SpreadMode::template entry<16>(run.first) == SpreadMode::template entry<16>(last);
 }
 
-void linearPixels(const LinearRun& run, int32_t count, uint32_t* pixels) noexcept {
+template <class SpreadMode>
+void linearRun(const LinearRun& run, int32_t count, uint32_t* pixels) noexcept {
+    const uint32_t* const ramp = run.ramp;
     const int64_t last = run.first + run.step * (count - 1);
-    const bool isWithinShort = isShort(run.first) && isShort(last);
-    bool isOneColor = false;
-    withSpread(run.spread, [&](auto spread) {
-        using SpreadMode = decltype(spread);
-        isOneColor = isOneEntry<SpreadMode>(run, last);
-        if (isOneColor) {
-            std::fill_n(pixels, count, run.ramp[SpreadMode::template entry<16>(run.first)]);
-        } else if (SpreadMode::kIsPeriodic || isWithinShort) {
-            linearEntries<SpreadMode, int32_t>(run, count, pixels);
-        } else {
-            linearEntries<SpreadMode, int64_t>(run, count, pixels);
+    if (isOneEntry<SpreadMode>(run, last)) {
+        const U32s color = U32s{} + ramp[SpreadMode::template entry<16>(run.first)];
+        storePixels(pixels, count, [=](int32_t) { return color; });
+    } else if (SpreadMode::kIsPeriodic || (isShort(run.first) && isShort(last))) {
+        // The low 32 bits tell; lanes past the end may wrap.
+        const auto first = static_cast<uint32_t>(run.first);
+        const auto step = static_cast<uint32_t>(run.step);
+        const U32s lanes = (U32s)kLaneNumbers * step;
+        storePixels(pixels, count, [=](int32_t i) {
+            const U32s parameters = lanes + (first + static_cast<uint32_t>(i) * step);
+            return lookUp(ramp, entriesOf<SpreadMode, 16>((I32s)parameters));
+        });
+    } else {
+        for (int32_t i = 0; i < count; ++i) {
+            pixels[i] = ramp[SpreadMode::template entry<16>(run.first + run.step * i)];
         }
-    });
-    if (!isOneColor) lookUp(run.ramp, pixels, count);
+    }
+}
+
+void linearPixels(const LinearRun& run, int32_t count, uint32_t* pixels) noexcept {
+    withSpread(run.spread, [&](auto spread) { linearRun<decltype(spread)>(run, count, pixels); });
 }
 
 /// Truncated, after values below or above the limits, which are whole, have been moved there.
-inline int32_t truncateWithin(float lowest, float highest, float value) noexcept {
-    const float raised = value > lowest ? value : lowest;
-    return static_cast<int32_t>(raised < highest ? raised : highest);
+QUOR_LANES_INLINE I32s truncateWithin(float lowest, float highest, F32s values) noexcept {
+    const F32s raised = larger(values, F32s{} + lowest);
+    return __builtin_convertvector(smaller(raised, F32s{} + highest), I32s);
 }
 
-/// The entry of a parameter in 12.20 fixed point that is still a float.
+/// The entries of parameters in 12.20 fixed point that are still floats.
 template <class SpreadMode>
-uint32_t entryOf(float parameter) noexcept {
+QUOR_LANES_INLINE U32s entriesOf(F32s parameters) noexcept {
     constexpr float kLastPadded = 0xFFFFF;
     constexpr float kLimit = 2147483520.0F;  // the largest float below 2^31
-    return SpreadMode::template entry<20>(SpreadMode::kIsPeriodic
-                                              ? truncateWithin(-kLimit, kLimit, parameter)
-                                              : truncateWithin(0.0F, kLastPadded, parameter));
+    if constexpr (SpreadMode::kIsPeriodic) {
+        return entriesOf<SpreadMode, 20>(truncateWithin(-kLimit, kLimit, parameters));
+    } else {
+        return (U32s)truncateWithin(0.0F, kLastPadded, parameters) >> 10;
+    }
 }
 
-template <class SpreadMode>
-void radialEntries(const RadialRun& run, int32_t count, uint32_t* out) noexcept {
-    const RadialRun line = run;  // a copy, since `out` might hide it from the compiler
-    for (int32_t i = 0; i < count; ++i) {
-        const auto at = static_cast<float>(line.first + i);
-        const float u = line.u.at(at);
-        const float v = line.v.at(at);
-        const float cross = line.cross.at(at);
-        const float radicand = u * u + v * v - cross * cross;
-        const float root = std::sqrt(radicand > 0.0F ? radicand : 0.0F);
-        out[i] = entryOf<SpreadMode>((line.dot.at(at) + root) * line.scale);
-    }
+QUOR_LANES_INLINE F32s valuesOf(const RowLine& line, F32s at) noexcept {
+    return line.start + at * line.step;
+}
+
+/// With the focus in the centre, `dot` and `cross` are 0 everywhere, and adding them does nothing.
+template <class SpreadMode, bool kIsCentred>
+void radialRun(const RadialRun& run, int32_t count, uint32_t* pixels) noexcept {
+    const RadialRun line = run;  // a copy, since `pixels` might hide it from the compiler
+    storePixels(pixels, count, [&](int32_t i) {
+        const F32s at = __builtin_convertvector(kLaneNumbers + (line.first + i), F32s);
+        const F32s u = valuesOf(line.u, at);
+        const F32s v = valuesOf(line.v, at);
+        const F32s squares = u * u + v * v;
+        if constexpr (kIsCentred) {
+            return lookUp(line.ramp, entriesOf<SpreadMode>(squareRoots(squares) * line.scale));
+        }
+        const F32s cross = valuesOf(line.cross, at);
+        const F32s root = squareRoots(larger(squares - cross * cross, F32s{}));
+        const F32s parameters = (valuesOf(line.dot, at) + root) * line.scale;
+        return lookUp(line.ramp, entriesOf<SpreadMode>(parameters));
+    });
+}
+
+constexpr bool isZero(const RowLine& line) noexcept {
+    return line.start == 0.0F && line.step == 0.0F;
 }
 
 void radialPixels(const RadialRun& run, int32_t count, uint32_t* pixels) noexcept {
-    withSpread(run.spread,
-               [&](auto spread) { radialEntries<decltype(spread)>(run, count, pixels); });
-    lookUp(run.ramp, pixels, count);
-}
-
-/// s + d (255 - a_s) / 255, rounded, in the lanes of two vectors.
-QUOR_LANES_INLINE U32s over(U32s s, U32s d) noexcept {
-    const U32s alpha = s >> 24;
-    const U16s rest = 255 - (U16s)(alpha | alpha << 16);
-    const U16s low = lowOf(d) * rest + 128;
-    const U16s high = highOf(d) * rest + 128;
-    const U32s scaledLow = (U32s)((low + (low >> 8)) >> 8);
-    const U32s scaledHigh = (U32s)(high + (high >> 8)) & ~kLanes;
-    return s + (scaledLow | scaledHigh);
-}
-
-/// Less than a vector of pixels.
-inline void sourceOverPart(const uint32_t* source, uint32_t* pixels, int32_t count) noexcept {
-    uint32_t s[kWords] = {}, d[kWords] = {};
-    const size_t size = static_cast<size_t>(count) * sizeof(uint32_t);
-    std::memcpy(s, source, size);
-    std::memcpy(d, pixels, size);
-    store(d, over(load<U32s>(s), load<U32s>(d)));
-    std::memcpy(pixels, d, size);
-}
-
-/// The last vector as in run().
-void sourceOver(const uint32_t* source, uint32_t* pixels, int32_t count) noexcept {
-    if (count < kWords) return sourceOverPart(source, pixels, count);
-    const int32_t last = count - kWords;
-    const U32s lastPixels = over(load<U32s>(source + last), load<U32s>(pixels + last));
-    for (int32_t i = 0; i < last; i += kWords) {
-        store(pixels + i, over(load<U32s>(source + i), load<U32s>(pixels + i)));
-    }
-    store(pixels + last, lastPixels);
+    const bool isCentred = isZero(run.dot) && isZero(run.cross);
+    withSpread(run.spread, [&](auto spread) {
+        using SpreadMode = decltype(spread);
+        isCentred ? radialRun<SpreadMode, true>(run, count, pixels)
+                  : radialRun<SpreadMode, false>(run, count, pixels);
+    });
 }
 
 }  // namespace

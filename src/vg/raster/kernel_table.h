@@ -8,6 +8,7 @@
 #include "vg/raster/kernel_contours.h"
 #include "vg/raster/kernel_edges.h"
 #include "vg/raster/kernel_gradient.h"
+#include "vg/raster/kernel_mix.h"
 #include "vg/raster/kernel_neighbours.h"
 #include "vg/raster/kernel_order.h"
 #include "vg/raster/kernel_ramp.h"
@@ -34,8 +35,11 @@ constexpr Kernels QUOR_KERNELS = {
     &run<FlatSourceOver>,
     &linearPixels,
     &radialPixels,
+    &takeCoverage,
     &sourceOver,
     &rampPixels,
+    &mixSource,
+    &mixSourceOver,
 };
 
 }  // namespace vg::raster

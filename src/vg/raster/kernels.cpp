@@ -19,10 +19,14 @@ const Kernels* kernelsOf(KernelLevel level) noexcept {
     return level == KernelLevel::kPortable ? &kPortableKernels : nullptr;
 }
 
-constinit const Kernels* chosen = &kPortableKernels;
+}  // namespace
+
+constinit const Kernels* kernelsInUse = &kPortableKernels;
+
+namespace {
 
 [[maybe_unused]] const bool kIsChosen = [] {
-    chosen = kernelsOf(bestKernelLevel());
+    kernelsInUse = kernelsOf(bestKernelLevel());
     return true;
 }();
 
@@ -36,12 +40,10 @@ KernelLevel bestKernelLevel() noexcept {
     return best;
 }
 
-const Kernels& kernels() noexcept { return *chosen; }
-
 bool useKernelLevel(KernelLevel level) noexcept {
     const Kernels* const forced = kernelsOf(level);
     if (forced == nullptr) return false;
-    chosen = forced;
+    kernelsInUse = forced;
     return true;
 }
 

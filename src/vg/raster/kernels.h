@@ -86,11 +86,22 @@ struct Kernels {
     void (*linearPixels)(const LinearRun& run, int32_t count, uint32_t* pixels) noexcept;
     void (*radialPixels)(const RadialRun& run, int32_t count, uint32_t* pixels) noexcept;
 
+    /// Turns `count` cells, a multiple of 8, into coverage of 0..256 and zeroes them. They begin
+    /// at a running sum of `sum`; returns the one they end at.
+    uint32_t (*takeCoverage)(uint32_t* cells, int32_t count, uint32_t sum,
+                             uint32_t* coverage) noexcept;
+
     /// Premultiplied pixels over others. They do not overlap.
     void (*sourceOver)(const uint32_t* source, uint32_t* pixels, int32_t count) noexcept;
 
     /// The entries of a run, one at least, from `pixels` on.
     void (*rampPixels)(const RampRun& run, const RampOptions& options, uint32_t* pixels) noexcept;
+
+    /// Premultiplied pixels in place of others, or over them, mixed by a coverage of 0..256 each.
+    void (*mixSource)(const uint32_t* source, const uint32_t* coverage, uint32_t* pixels,
+                      int32_t count) noexcept;
+    void (*mixSourceOver)(const uint32_t* source, const uint32_t* coverage, uint32_t* pixels,
+                          int32_t count) noexcept;
 };
 
 /// Rising; a processor that has one has those before it.
@@ -107,7 +118,8 @@ constexpr const char* nameOf(KernelLevel level) noexcept {
 KernelLevel bestKernelLevel() noexcept;
 
 /// The kernels in use: those of the best level, unless useKernelLevel() has forced others.
-const Kernels& kernels() noexcept;
+extern constinit const Kernels* kernelsInUse;
+inline const Kernels& kernels() noexcept { return *kernelsInUse; }
 
 /// For tests and benchmarks: forces a level. False, with nothing changed, where the processor or
 /// the build does not have it. Not to be called while another thread draws.

@@ -6,10 +6,11 @@
 // of them in halves through memory, where wider loads then have to wait. Comparisons give lanes of
 // all ones or zero.
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 
-#if defined(__AVX2__) || defined(__SSE4_1__)
+#if defined(__SSE2__)
 #include <immintrin.h>
 #endif
 
@@ -80,6 +81,26 @@ QUOR_LANES_INLINE uint32_t bitsOf(I32s mask) noexcept {
 #endif
 }
 
+/// The entries of a table that the lanes tell.
+QUOR_LANES_INLINE U32s lookUp(const uint32_t* table, U32s entries) noexcept {
+#if defined(__AVX2__)
+    return (U32s)_mm256_i32gather_epi32(reinterpret_cast<const int*>(table), (__m256i)entries, 4);
+#else
+    return U32s{table[entries[0]], table[entries[1]], table[entries[2]], table[entries[3]]};
+#endif
+}
+
+QUOR_LANES_INLINE F32s squareRoots(F32s v) noexcept {
+#if defined(__AVX2__)
+    return (F32s)_mm256_sqrt_ps((__m256)v);
+#elif defined(__SSE2__)
+    return (F32s)_mm_sqrt_ps((__m128)v);
+#else
+    for (int l = 0; l < kWords; ++l) v[l] = std::sqrt(v[l]);
+    return v;
+#endif
+}
+
 /// Stores lane l of four vectors side by side, for one l after the other.
 QUOR_LANES_INLINE void storeTransposed(U32s a, U32s b, U32s c, U32s d,
                                        uint32_t (*lanes)[4]) noexcept {
@@ -143,13 +164,20 @@ QUOR_LANES_INLINE V larger(V a, V b) noexcept {
     return a > b ? a : b;
 }
 
-// Instructions that compilers do not find for floats, since they would have to know the above.
-#if defined(__AVX2__)
-QUOR_LANES_INLINE F32s smaller(F32s a, F32s b) noexcept { return _mm256_min_ps(a, b); }
-QUOR_LANES_INLINE F32s larger(F32s a, F32s b) noexcept { return _mm256_max_ps(a, b); }
-#elif defined(__SSE4_1__)
-QUOR_LANES_INLINE F32s smaller(F32s a, F32s b) noexcept { return _mm_min_ps(a, b); }
-QUOR_LANES_INLINE F32s larger(F32s a, F32s b) noexcept { return _mm_max_ps(a, b); }
+#if defined(__AVX2__)  // which compilers do not recognise in a comparison of floats
+QUOR_LANES_INLINE F32s smaller(F32s a, F32s b) noexcept {
+    return (F32s)_mm256_min_ps((__m256)a, (__m256)b);
+}
+QUOR_LANES_INLINE F32s larger(F32s a, F32s b) noexcept {
+    return (F32s)_mm256_max_ps((__m256)a, (__m256)b);
+}
+#elif defined(__SSE2__)
+QUOR_LANES_INLINE F32s smaller(F32s a, F32s b) noexcept {
+    return (F32s)_mm_min_ps((__m128)a, (__m128)b);
+}
+QUOR_LANES_INLINE F32s larger(F32s a, F32s b) noexcept {
+    return (F32s)_mm_max_ps((__m128)a, (__m128)b);
+}
 #endif
 
 }  // namespace vg::raster

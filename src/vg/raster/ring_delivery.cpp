@@ -1,30 +1,22 @@
 #include "vg/raster/ring_delivery.h"
 
-#include <algorithm>
+#include "vg/raster/gradient_paints.h"
 
 namespace vg::raster {
-namespace {
 
-/// Delivers one row through the span function.
-void deliverRow(CoverageRing& ring, int32_t row, SweepTarget& target) noexcept {
-    const CellView cells = ring.row(row);
-    int32_t first = 0, last = 0;
-    if (!takeTouchedRange(cells, ring.groupCount(), first, last)) return;
-    const int32_t lastColumn = target.surface.width - 1;
-    target.span.cells = cells.cells;
-    target.function(target.surface, target.span, row,
-                    std::min(first * CoverageRing::kGroup, lastColumn),
-                    std::min(last * CoverageRing::kGroup + CoverageRing::kGroup - 1, lastColumn));
+int32_t originFor(const SweepTarget& target, int32_t firstColumn) noexcept {
+    return target.flat == FlatBlend::kNone ? firstColumn & ~(kGradientChunk - 1) : firstColumn;
 }
-
-}  // namespace
 
 void deliverRows(CoverageRing& ring, int32_t originColumn, int32_t top, int32_t bottom,
                  SweepTarget& target) noexcept {
     if (top < bottom) return;
     target.surface.finishClear(bottom, top);
     if (target.flat == FlatBlend::kNone) {
-        for (int32_t row = top; row >= bottom; --row) deliverRow(ring, row, target);
+        for (int32_t y = top; y >= bottom; --y) {
+            target.function(target.surface, target.span, y,
+                            {ring.row(y), ring.groupCount(), originColumn});
+        }
         return;
     }
     const PixelSurface& surface = target.surface;

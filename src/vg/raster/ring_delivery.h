@@ -5,9 +5,12 @@
 
 namespace vg::raster {
 
+/// The surface's column of cell 0 for what begins at `firstColumn`, or left of it: span functions
+/// like their stretches (coverage_walk.h) within the chunks that paints are cut into.
+int32_t originFor(const SweepTarget& target, int32_t firstColumn) noexcept;
+
 /// Hands the rows from `top` down to `bottom`, at most CoverageRing::kRows, to the target and
-/// leaves them zero. `originColumn` is the surface's column of cell 0, and 0
-/// unless target.flat says that flat rows are composited.
+/// leaves them zero. `originColumn` is the surface's column of cell 0.
 void deliverRows(CoverageRing& ring, int32_t originColumn, int32_t top, int32_t bottom,
                  SweepTarget& target) noexcept;
 

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <type_traits>
 
 #include "vg/raster/blend_modes.h"
-#include "vg/raster/coverage_row.h"
+#include "vg/raster/coverage_walk.h"
 #include "vg/raster/kernels.h"
 #include "vg/raster/pixel_lanes.h"
 #include "vg/raster/span_function.h"
@@ -16,43 +15,9 @@ namespace vg::raster {
 // The loops of all span functions but the general one, by paint (span_sources.h), blend mode
 // (blend_modes.h), kind of surface (span_surfaces.h) and masking.
 
-/// Coverage 0..256 of a running sum. Truncation can push a sum slightly out of its range.
-inline uint32_t coverageOf(uint32_t sum) noexcept {
-    const auto bounded =
-        std::clamp(static_cast<int32_t>(sum), 0, static_cast<int32_t>(kFullCoverage));
-    return static_cast<uint32_t>(bounded) >> 22;
-}
-
-inline uint32_t maskedCoverage(uint32_t coverage, uint32_t mask) noexcept {
-    return coverage * mask >> 8;
-}
-
-/// The first cell at or after `cell` that is not zero, or `end`. Reads up to 7 cells past `end`.
-inline const uint32_t* skipZeros(const uint32_t* cell, const uint32_t* end) noexcept {
-    if (*cell != 0) return std::min(cell, end);
-    for (; cell < end; cell += 8) {
-        uint64_t pairs[4];
-        std::memcpy(pairs, cell, sizeof pairs);
-        if ((pairs[0] | pairs[1] | pairs[2] | pairs[3]) != 0) break;
-    }
-    while (cell < end && *cell == 0) ++cell;
-    return std::min(cell, end);
-}
-
-/// Calls emit(x, end, coverage) for each run of columns of equal coverage from `first` to `last`:
-/// between cells that are not zero it does not change. Leaves the cells zero.
-template <class Emit>
-void forEachRun(uint32_t* cells, int32_t first, int32_t last, Emit&& emit) noexcept {
-    uint32_t sum = 0;
-    for (int32_t x = first; x <= last;) {
-        sum += cells[x];
-        cells[x] = 0;
-        const auto end = static_cast<int32_t>(skipZeros(cells + x + 1, cells + last + 1) - cells);
-        emit(x, end, coverageOf(sum));
-        x = end;
-    }
-    cells[last + 1] = 0;
-}
+template <class Blend>
+inline constexpr bool kIsFrequent =
+    std::is_same_v<Blend, Source> || std::is_same_v<Blend, SourceOver>;
 
 /// Calls emit(x, count, source) for the pieces of the columns `begin` to `end` - 1.
 template <class Paint, class Emit>
@@ -88,7 +53,8 @@ void blendRun(Paint& paint, uint32_t* pixels, int32_t begin, int32_t end) noexce
     }
     forEachPart(paint, begin, end, [&](int32_t x, int32_t count, auto source) {
         uint32_t* const d = pixels + x;
-        if constexpr (Surface::template kIsSourceOver<Blend, decltype(source)>) {
+        if constexpr (std::is_same_v<Blend, SourceOver> &&
+                      Surface::template kIsPixelRun<Blend, decltype(source)>) {
             kernels().sourceOver(source, d, count);
         } else {
             for (int32_t i = 0; i < count; ++i) {
@@ -98,47 +64,49 @@ void blendRun(Paint& paint, uint32_t* pixels, int32_t begin, int32_t end) noexce
     });
 }
 
-/// Blends columns of one coverage in 0..256.
+/// Leaves out the columns at both ends that nothing covers.
+inline void trim(CoverageWalk::Piece& piece) noexcept {
+    while (piece.begin < piece.end && piece.coverage[piece.end - piece.begin - 1] == 0) --piece.end;
+    while (piece.begin < piece.end && *piece.coverage == 0) {
+        ++piece.begin;
+        ++piece.coverage;
+    }
+}
+
+/// Blends columns of coverage 0..256 each.
 template <class Paint, class Blend, class Surface>
-void mixRun(Paint& paint, uint32_t* pixels, int32_t begin, int32_t end,
-            uint32_t coverage) noexcept {
-    forEachPart(paint, begin, end, [&](int32_t x, int32_t count, auto source) {
+void mixPiece(Paint& paint, uint32_t* pixels, CoverageWalk::Piece piece) noexcept {
+    if constexpr (!Paint::kIsByVectors) trim(piece);
+    forEachPart(paint, piece.begin, piece.end, [&](int32_t x, int32_t count, auto source) {
+        const uint32_t* const coverage = piece.coverage + (x - piece.begin);
         uint32_t* const d = pixels + x;
-        for (int32_t i = 0; i < count; ++i) {
-            d[i] = Surface::template mixIn<Blend>(source[i], d[i], coverage);
+        if constexpr (Surface::template kIsPixelRun<Blend, decltype(source)>) {
+            const auto mixPixels =
+                std::is_same_v<Blend, Source> ? kernels().mixSource : kernels().mixSourceOver;
+            mixPixels(source, coverage, d, count);
+        } else {
+            for (int32_t i = 0; i < count; ++i) {
+                d[i] = Surface::template mixIn<Blend>(source[i], d[i], coverage[i]);
+            }
         }
     });
 }
 
-/// The same under a mask, which has a byte for every column.
 template <class Paint, class Blend, class Surface>
-void mixMaskedRun(Paint& paint, uint32_t* pixels, const uint8_t* mask, int32_t begin, int32_t end,
-                  uint32_t coverage) noexcept {
-    forEachPart(paint, begin, end, [&](int32_t x, int32_t count, auto source) {
-        uint32_t* const d = pixels + x;
-        for (int32_t i = 0; i < count; ++i) {
-            d[i] = Surface::template mixIn<Blend>(source[i], d[i],
-                                                  maskedCoverage(coverage, mask[x + i]));
-        }
-    });
-}
-
-template <class Paint, class Blend, class Surface>
-void blendSpan(const PixelSurface& surface, const SpanContext& span, int32_t y, int32_t first,
-               int32_t last) noexcept {
+void blendSpan(const PixelSurface& surface, const SpanContext& span, int32_t y,
+               const RowCells& row) noexcept {
     Paint paint(span, y);
     uint32_t* const pixels = surface.row(y);
-    forEachRun(span.cells, first, last, [&](int32_t begin, int32_t end, uint32_t coverage) {
-        if (coverage == 0) return;
-        if (end - begin == 1) {  // most of what an edge leaves behind
-            const uint32_t s = paint.pixels(begin, 1)[0];
-            pixels[begin] = Surface::template mixIn<Blend>(s, pixels[begin], coverage);
-        } else if (coverage == 256) {
-            blendRun<Paint, Blend, Surface>(paint, pixels, begin, end);
+    CoverageWalk::Coverage coverage;
+    CoverageWalk walk(row, surface.width, nullptr, coverage);
+    constexpr bool kIsInlined = Paint::kIsByVectors && kIsFrequent<Blend>;
+    for (CoverageWalk::Piece piece; kIsInlined ? walk.advance(piece) : walk.next(piece);) {
+        if (piece.coverage == nullptr) {
+            blendRun<Paint, Blend, Surface>(paint, pixels, piece.begin, piece.end);
         } else {
-            mixRun<Paint, Blend, Surface>(paint, pixels, begin, end, coverage);
+            mixPiece<Paint, Blend, Surface>(paint, pixels, piece);
         }
-    });
+    }
 }
 
 template <class Paint, class Blend, class Surface>
@@ -149,23 +117,29 @@ void blendCovered(const PixelSurface& surface, const SpanContext& span, int32_t 
 }
 
 template <class Paint, class Blend, class Surface>
-void blendMaskedSpan(const PixelSurface& surface, const SpanContext& span, int32_t y, int32_t first,
-                     int32_t last) noexcept {
+void blendMasked(const PixelSurface& surface, const SpanContext& span, int32_t y,
+                 CoverageWalk&& walk) noexcept {
     Paint paint(span, y);
     uint32_t* const pixels = surface.row(y);
-    const uint8_t* const mask = span.maskRow(surface, y);
-    forEachRun(span.cells, first, last, [&](int32_t begin, int32_t end, uint32_t coverage) {
-        if (coverage == 0) return;
-        mixMaskedRun<Paint, Blend, Surface>(paint, pixels, mask, begin, end, coverage);
-    });
+    for (CoverageWalk::Piece piece; walk.next(piece);) {
+        mixPiece<Paint, Blend, Surface>(paint, pixels, piece);
+    }
+}
+
+template <class Paint, class Blend, class Surface>
+void blendMaskedSpan(const PixelSurface& surface, const SpanContext& span, int32_t y,
+                     const RowCells& row) noexcept {
+    CoverageWalk::Coverage coverage;
+    blendMasked<Paint, Blend, Surface>(
+        surface, span, y, CoverageWalk(row, surface.width, span.maskRow(surface, y), coverage));
 }
 
 template <class Paint, class Blend, class Surface>
 void blendMaskedCovered(const PixelSurface& surface, const SpanContext& span, int32_t y,
                         int32_t first, int32_t end) noexcept {
-    Paint paint(span, y);
-    mixMaskedRun<Paint, Blend, Surface>(paint, surface.row(y), span.maskRow(surface, y), first, end,
-                                        256);
+    CoverageWalk::Coverage coverage;
+    blendMasked<Paint, Blend, Surface>(
+        surface, span, y, CoverageWalk(first, end, span.maskRow(surface, y), coverage));
 }
 
 template <class Paint, class Blend, class Surface>

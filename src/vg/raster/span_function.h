@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "vg/raster/coverage_row.h"
 #include "vg/raster/draw_params.h"
 #include "vg/raster/gradient_state.h"
 #include "vg/raster/texture_state.h"
@@ -25,7 +26,6 @@ struct GeneralBlend {
 /// Paints come in one of two forms, both in the surface's colour space: premultiplied, for the span
 /// functions of premultiplied surfaces, or plain, for all others.
 struct SpanContext {
-    uint32_t* cells = nullptr;            ///< the coverage row
     const uint8_t* mask = nullptr;        ///< of a masked draw: a byte a pixel, the top row first
     PaintKind paint = PaintKind::kColor;  ///< tells which of the four below is the paint
     uint32_t color = 0;
@@ -39,10 +39,11 @@ struct SpanContext {
     }
 };
 
-/// Blends the paint into row y from column `first` to `last` by the coverage row, and zeroes those
-/// cells and the one after. Preconditions: 0 <= first <= last < surface.width, 0 <= y < height.
+/// Blends the paint into row y, 0 <= y < surface.height, by the coverage that the touched cells sum
+/// to, and leaves the cells and their map zero. Cells past the surface's right edge only close
+/// spans: the sums there draw nothing.
 using SpanFunction = void (*)(const PixelSurface& surface, const SpanContext& span, int32_t y,
-                              int32_t first, int32_t last) noexcept;
+                              const RowCells& row) noexcept;
 
 /// Blends the paint into row y from column `first` to `end` - 1, all of them wholly covered.
 using RunFunction = void (*)(const PixelSurface& surface, const SpanContext& span, int32_t y,

@@ -17,10 +17,6 @@ struct SpanPair {
 /// without a mode hold none.
 using SpanRow = std::array<SpanPair, kBlendColumnCount>;
 
-template <class Blend>
-inline constexpr bool kIsFrequent =
-    std::is_same_v<Blend, Source> || std::is_same_v<Blend, SourceOver>;
-
 /// In the rare modes all paints but flat colours share their functions, which keeps the library
 /// small.
 template <class Paint, class Blend>

@@ -19,10 +19,11 @@ struct PremultipliedSurface {
                                         (std::is_same_v<Blend, Source> ||
                                          std::is_same_v<Blend, SourceOver>);
 
-    /// Whether the kernel for pixels over pixels does the blend.
-    template <class Blend, class Source>
-    static constexpr bool kIsSourceOver =
-        std::is_same_v<Blend, SourceOver>&& std::is_pointer_v<Source>;
+    /// Whether kernels for pixels beside pixels do the blend.
+    template <class Blend, class Pixels>
+    static constexpr bool kIsPixelRun =
+        (std::is_same_v<Blend, Source> ||
+         std::is_same_v<Blend, SourceOver>)&&std::is_pointer_v<Pixels>;
 
     template <class Blend>
     static constexpr uint32_t blend(uint32_t s, uint32_t d) noexcept {
@@ -45,8 +46,8 @@ inline uint32_t plainResult(uint32_t mixed, uint32_t premultipliedD, uint32_t d)
 struct PlainSurface {
     template <class Paint, class Blend>
     static constexpr bool kIsColorRun = false;
-    template <class Blend, class Source>
-    static constexpr bool kIsSourceOver = false;
+    template <class Blend, class Pixels>
+    static constexpr bool kIsPixelRun = false;
 
     template <class Blend>
     static uint32_t blend(uint32_t s, uint32_t d) noexcept {
