@@ -31,6 +31,7 @@ struct Session {
     uint32_t resize = 0;
     uint32_t draw = 0;
     uint32_t redraw = 0;
+    uint32_t reloaded = 0;  ///< the document, in the memory of one before
 };
 
 Session runSession() {
@@ -45,6 +46,8 @@ Session runSession() {
             session.redraw = quorDocDraw(session.document, session.surface, 1);
         }
         quorDocDestroy(session.document);
+        session.reloaded = quorDocCreate(kEverything);
+        quorDocDestroy(session.reloaded);
         quorSurfaceDestroy(session.surface);
     }
     quorDone();
@@ -77,6 +80,7 @@ void failEachAllocation(bool allLater) {
         expectLackOfMemoryOnly(session);
         if (!wasReached) {
             EXPECT_NE(0U, session.document);
+            EXPECT_NE(0U, session.reloaded);
             EXPECT_EQ(QUOR_NO_ERROR, session.redraw);
             break;
         }
