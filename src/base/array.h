@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cassert>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <type_traits>
@@ -158,5 +159,11 @@ private:
     int capacity_ = 0;
     bool failed_ = false;
 };
+
+/// Bytes of the memory behind an array.
+template <class T>
+size_t byteCount(const Array<T>& array) noexcept {
+    return static_cast<size_t>(array.capacity()) * sizeof(T);
+}
 
 }  // namespace base

@@ -52,6 +52,7 @@ void Context::recoverMemory() noexcept {
     scissor.shrinkToFit();
     pixelWork.release();
     coverageWork.pixels.shrinkToFit();
+    shared->sparePaths.release();
     shared->objects.releaseCaches();
     for (Paint* paint : {fillPaint, strokePaint}) {  // which may have lost their handles
         if (paint != nullptr) paint->releaseCaches();

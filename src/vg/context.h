@@ -7,6 +7,7 @@
 #include "vg/engine.h"
 #include "vg/matrix.h"
 #include "vg/object_handles.h"
+#include "vg/path_pool.h"
 #include "vg/raster/rasterizer.h"
 #include "vg/raster/scissor.h"
 #include "vg/stroker.h"
@@ -24,6 +25,7 @@ struct Path;
 struct SharedResources {
     uint32_t references = 1;
     ObjectTable objects;
+    PathPool sparePaths;
 };
 
 /// Stroke parameters as set, and the values derived from them.

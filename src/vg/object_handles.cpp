@@ -1,6 +1,7 @@
 #include "vg/object_handles.h"
 
 #include <limits>
+#include <utility>
 
 namespace vg {
 namespace {
@@ -69,11 +70,9 @@ void ObjectTable::releaseCaches() const noexcept {
     }
 }
 
-void ObjectTable::remove(VGHandle handle) noexcept {
-    Object*& entry = entries_[indexOf(handle)];
-    release(entry);
-    entry = nullptr;
+Object* ObjectTable::take(VGHandle handle) noexcept {
     freeIndices_.pushReserved(handle & kIndexMask);
+    return std::exchange(entries_[indexOf(handle)], nullptr);
 }
 
 }  // namespace vg

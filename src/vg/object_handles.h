@@ -52,8 +52,12 @@ public:
 
     void releaseCaches() const noexcept;  ///< those of every object
 
+    /// Empties the handle's entry, gives its reference to the caller. Precondition: find() gave an
+    /// object.
+    Object* take(VGHandle handle) noexcept;
+
     /// Empties the handle's entry and releases the object. Precondition: find() gave an object.
-    void remove(VGHandle handle) noexcept;
+    void remove(VGHandle handle) noexcept { release(take(handle)); }
 
 private:
     base::Array<Object*> entries_;

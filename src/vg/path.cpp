@@ -21,13 +21,19 @@ void Path::releaseCaches() noexcept {
     cache = nullptr;
 }
 
+size_t Path::byteCount() const noexcept {
+    return sizeof *this + base::byteCount(segments) + base::byteCount(data) +
+           (cache != nullptr ? cache->byteCount() : 0);
+}
+
 void Path::clearCache() noexcept { cache->clear(); }
 
 namespace {
 
 /// 0 when memory or handles run out.
 VGPath addPath(Context& context, const Path& properties) noexcept {
-    Path* path = new (std::nothrow) Path;
+    Path* path = context.shared->sparePaths.take();
+    if (path == nullptr) path = new (std::nothrow) Path;
     if (path == nullptr) return VG_INVALID_HANDLE;
     path->datatype = properties.datatype;
     path->scale = properties.scale;
@@ -36,6 +42,15 @@ VGPath addPath(Context& context, const Path& properties) noexcept {
     const VGPath handle = context.shared->objects.add(path, context.contextId);
     if (handle == VG_INVALID_HANDLE) release(path);
     return handle;
+}
+
+void destroyPath(SharedResources& shared, VGPath handle) noexcept {
+    auto* const path = static_cast<Path*>(shared.objects.take(handle));
+    if (path->references == 1) {
+        shared.sparePaths.give(path);
+    } else {
+        release(path);
+    }
 }
 
 }  // namespace
@@ -78,17 +93,14 @@ void vgClearPath(VGPath handle, VGbitfield capabilities) {
     if (context == nullptr) return;
     Path* path = vg::findOrRaise(*context, handle);
     if (path == nullptr) return;
-    path->segments.clear();
-    path->data.clear();
-    path->coordinateCount = 0;
+    path->clear();
     path->capabilities = capabilities & VG_PATH_CAPABILITY_ALL;
-    path->invalidate();
 }
 
 void vgDestroyPath(VGPath handle) {
     Context* context = vg::currentPair();
     if (context == nullptr) return;
-    if (vg::findOrRaise(*context, handle) != nullptr) context->shared->objects.remove(handle);
+    if (vg::findOrRaise(*context, handle) != nullptr) vg::destroyPath(*context->shared, handle);
 }
 
 void vgRemovePathCapabilities(VGPath handle, VGbitfield capabilities) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "vg/object_handles.h"
 
 namespace vg {
@@ -26,6 +28,16 @@ struct Path final : Object {
     [[nodiscard]] bool ensureCache() noexcept;
 
     void releaseCaches() noexcept override;
+
+    /// Leaves no segments, keeps the memory.
+    void clear() noexcept {
+        segments.clear();
+        data.clear();
+        coordinateCount = 0;
+        invalidate();
+    }
+
+    size_t byteCount() const noexcept;  ///< of memory, with what its cache keeps
 
     /// Must follow every change of segments or coordinates.
     void invalidate() noexcept {

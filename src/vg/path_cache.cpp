@@ -8,11 +8,6 @@
 namespace vg {
 namespace {
 
-template <class T>
-size_t bytesOf(const base::Array<T>& array) noexcept {
-    return static_cast<size_t>(array.capacity()) * sizeof(T);
-}
-
 /// Replaces the contents, in no more memory than they need.
 template <class T>
 bool copyArray(const T* values, int count, base::Array<T>& copy) noexcept {
@@ -43,12 +38,13 @@ bool areEqual(const Matrix3& a, const Matrix3& b) noexcept {
 }  // namespace
 
 size_t KeptFlattening::byteCount() const noexcept {
-    return sizeof *this + bytesOf(path.points) + bytesOf(path.pointFlags) +
-           bytesOf(path.contourSizes) + bytesOf(path.contourFlags);
+    return sizeof *this + base::byteCount(path.points) + base::byteCount(path.pointFlags) +
+           base::byteCount(path.contourSizes) + base::byteCount(path.contourFlags);
 }
 
 size_t KeptStroke::byteCount() const noexcept {
-    return sizeof *this + bytesOf(dashes) + bytesOf(outline.points) + bytesOf(outline.contourSizes);
+    return sizeof *this + base::byteCount(dashes) + base::byteCount(outline.points) +
+           base::byteCount(outline.contourSizes);
 }
 
 const KeptFlattening* PathCache::flatten(const Path& path,

@@ -59,7 +59,13 @@ struct PathCache {
     /// The tight box of the path under the matrix; the last one is kept.
     PathBox boundsUnder(const Path& path, const Matrix3& matrix) noexcept;
 
+    /// Forgets everything; some of the memory serves what is made next.
     void clear() noexcept;
+
+    /// Of memory, but for the band lists.
+    size_t byteCount() const noexcept {
+        return sizeof *this + flattenings.byteCount() + strokes.byteCount();
+    }
 
 private:
     bool hasBounds_ = false;

@@ -67,6 +67,14 @@ public:
         for (Entry* entry = first_; entry != nullptr; entry = entry->next) entry->value.serial = 0;
     }
 
+    size_t byteCount() const noexcept {
+        size_t bytes = 0;
+        for (Entry* entry = first_; entry != nullptr; entry = entry->next) {
+            bytes += entry->value.byteCount();
+        }
+        return bytes;
+    }
+
     /// How often a value was made.
     uint64_t makeCount() const noexcept { return serialCount_; }
 
