@@ -2,27 +2,12 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-
+#include "fitted_size.h"
 #include "quor/quor.h"
 #include "sample_files.h"
 
 namespace quor::bench {
 namespace {
-
-struct Size {
-    uint32_t width, height;
-};
-
-Size fittedSize(uint32_t document, uint32_t longerSide) {
-    float viewport[4] = {0, 0, 1, 1};
-    quorDocViewportGet(document, viewport);
-    const float scale = static_cast<float>(longerSide) / std::max(viewport[2], viewport[3]);
-    const auto pixels = [&](float side) {
-        return std::max(1U, static_cast<uint32_t>(side * scale + 0.5F));
-    };
-    return {pixels(viewport[2]), pixels(viewport[3])};
-}
 
 void drawSample(benchmark::State& state, const SampleFile& file) {
     quorInit(1024, 1024, 96.0F);
