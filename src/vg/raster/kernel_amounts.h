@@ -141,8 +141,7 @@ QUOR_LANES_INLINE void addVector(I32s top, I32s bottom, I32s height, const int32
 QUOR_LANES_INLINE void addLanes(const uint16_t* top, const uint16_t* bottom, const int16_t* sign,
                                 int32_t l, const BandBlock& block, const CellView& view) noexcept {
     const I16Half height = load<I16Half>(sign + l) * load<I16Half>(block.height + l);
-    addVector(widen(top + l), widen(bottom + l), __builtin_convertvector(height, I32s),
-              block.rowStart + l, view);
+    addVector(widen(top + l), widen(bottom + l), widen(height), block.rowStart + l, view);
 }
 
 void addChains(LiveChain* const* chains, int32_t count, const BandBlock& block,

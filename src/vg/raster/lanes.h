@@ -137,11 +137,25 @@ QUOR_LANES_INLINE void storeInterleaved(U32s a, U32s b, uint32_t (*lanes)[2]) no
 }
 
 /// 16-bit lanes in memory as 32-bit ones, and back without their upper halves.
+QUOR_LANES_INLINE I32s widen(I16Half v) noexcept {
+#if defined(__AVX2__)
+    return (I32s)_mm256_cvtepi16_epi32((__m128i)v);
+#else
+    return __builtin_convertvector(v, I32s);
+#endif
+}
+QUOR_LANES_INLINE I32s widen(U16Half v) noexcept {
+#if defined(__AVX2__)
+    return (I32s)_mm256_cvtepu16_epi32((__m128i)v);
+#else
+    return __builtin_convertvector(v, I32s);
+#endif
+}
 QUOR_LANES_INLINE I32s widen(const uint16_t* memory) noexcept {
-    return __builtin_convertvector(load<U16Half>(memory), I32s);
+    return widen(load<U16Half>(memory));
 }
 QUOR_LANES_INLINE I32s widen(const int16_t* memory) noexcept {
-    return __builtin_convertvector(load<I16Half>(memory), I32s);
+    return widen(load<I16Half>(memory));
 }
 QUOR_LANES_INLINE U16Half narrow(I32s v) noexcept {
     return __builtin_convertvector((U32s)v, U16Half);
