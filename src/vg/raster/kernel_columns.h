@@ -138,19 +138,61 @@ inline void addLeaving(int32_t top, int32_t bottom, int32_t sign, const BandCell
     band.view.touched[(band.rowStart + column + 2) >> 3] = 1;
 }
 
-/// Four vectors of boundaries; those with a sign leave their columns. One loop for all of them, so
-/// that its end is guessed wrongly only once.
-QUOR_LANES_INLINE void addLeavingLanes(U16s tops, const U16s* bottoms, const I16s* signs,
-                                       const BandCells& band) noexcept {
-    uint16_t top[kShorts], bottom[4][kShorts];
-    int16_t sign[4][kShorts];
-    store(top, tops);
-    for (int32_t s = 0; s < 4; ++s) store(bottom[s], bottoms[s]), store(sign[s], signs[s]);
-    for (uint64_t bits = signedLanes(signs); bits != 0; bits &= bits - 1) {
-        const LanePlace at = placeOf(__builtin_ctzll(bits));
-        addLeaving(top[at.lane], bottom[at.vector][at.lane], sign[at.vector][at.lane], band);
+/// Boundaries that leave their columns, put by until there are many: few columns have more than a
+/// few, and the end of a loop over a few is guessed wrongly each time.
+class LeavingBoundaries {
+public:
+    /// Takes four vectors of boundaries; those with a sign leave. There must be room.
+    [[gnu::always_inline]] void put(U16s tops, const U16s* bottoms, const I16s* signs) noexcept {
+        Some& some = some_[count_];
+        store(some.top, tops);
+        for (int32_t s = 0; s < 4; ++s) {
+            store(some.bottom[s], bottoms[s]);
+            store(some.sign[s], signs[s]);
+        }
+        const uint64_t lanes = signedLanes(signs);
+        lanes_[count_] = lanes;
+        count_ += lanes != 0 ? 1 : 0;
+        laneCount_ += __builtin_popcountll(lanes);
     }
-}
+
+    bool hasRoomFor(int32_t puts) const noexcept { return count_ <= kMost - puts; }
+
+    /// Adds all to the band's cells and forgets them. The only branch that depends on the edges is
+    /// the end.
+    void add(const BandCells& band) noexcept {
+        lanes_[count_] = 0;
+        const Some* some = some_;
+        const uint64_t* next = lanes_;
+        uint64_t lanes = *next;
+        for (; laneCount_ > 0; --laneCount_) {
+            const LanePlace at = placeOf(__builtin_ctzll(lanes));
+            addLeaving(some->top[at.lane], some->bottom[at.vector][at.lane],
+                       some->sign[at.vector][at.lane], band);
+            lanes &= lanes - 1;
+            const bool isLast = lanes == 0;
+            some += isLast ? 1 : 0;
+            next += isLast ? 1 : 0;
+            lanes = isLast ? *next : lanes;
+        }
+        count_ = 0;
+    }
+
+private:
+    static constexpr int32_t kMost = 32;
+
+    /// What one put() took.
+    struct Some {
+        uint16_t top[kShorts];
+        uint16_t bottom[4][kShorts];
+        int16_t sign[4][kShorts];
+    };
+
+    Some some_[kMost + 1];       ///< the one after the last may be written to, too
+    uint64_t lanes_[kMost + 1];  ///< a bit for each that leaves
+    int32_t count_ = 0;
+    int32_t laneCount_ = 0;
+};
 
 /// The signs of the edges in some holes, the keys of each in order. `isNone` tells on which places
 /// there is no edge; on return, on which there is no boundary.
@@ -185,7 +227,7 @@ QUOR_LANES_INLINE void signsOf(NonZero, const U16s* keys, U16s /*counts*/, U16s&
 /// the signs are summed up, and f_a + f_b with the sign.
 template <class Rule, int kMost>
 QUOR_LANES_INLINE void takeHoles(const uint16_t* slots, int32_t stride, U16s counts, U16s tops,
-                                 FromLeft& left, const BandCells& band, I16s& signSum,
+                                 FromLeft& left, LeavingBoundaries& leaving, I16s& signSum,
                                  I16s& fractionSum) noexcept {
     U16s keys[kMost];
     I16s isNone[kMost], signs[kMost];
@@ -216,18 +258,18 @@ QUOR_LANES_INLINE void takeHoles(const uint16_t* slots, int32_t stride, U16s cou
         fractionSum += staying * (I16s)(topFraction + bottomFraction);
         signs[s] ^= staying;
     }
-    for (int32_t s = 0; s < kMost; s += 4) addLeavingLanes(tops, bottoms + s, signs + s, band);
+    for (int32_t s = 0; s < kMost; s += 4) leaving.put(tops, bottoms + s, signs + s);
 }
 
 /// Holes with so many edges are rare, and not worth their registers.
 template <class Rule>
 [[gnu::noinline]] void takeFullHoles(const uint16_t* slots, int32_t stride, const U16s& counts,
-                                     const U16s& tops, FromLeft& left, const BandCells& band,
+                                     const U16s& tops, FromLeft& left, LeavingBoundaries& leaving,
                                      I16s& signSum, I16s& fractionSum) noexcept {
     if (!any((I16s)counts > 8)) {
-        takeHoles<Rule, 8>(slots, stride, counts, tops, left, band, signSum, fractionSum);
+        takeHoles<Rule, 8>(slots, stride, counts, tops, left, leaving, signSum, fractionSum);
     } else {
-        takeHoles<Rule, 16>(slots, stride, counts, tops, left, band, signSum, fractionSum);
+        takeHoles<Rule, 16>(slots, stride, counts, tops, left, leaving, signSum, fractionSum);
     }
 }
 
@@ -251,7 +293,7 @@ QUOR_LANES_INLINE int32_t sumsOf(I16s low, I16s high) noexcept {
 /// A column of 32 holes.
 template <class Rule>
 inline void takeColumn(const DenseColumns& holes, int32_t column, FromLeft& left,
-                       const BandCells& band) noexcept {
+                       LeavingBoundaries& leaving, const BandCells& band) noexcept {
     I16s signSum = {}, fractionSum = {};
     for (int32_t l = 0; l < kSubpixels; l += kShorts) {
         const int32_t first = (column << kSubpixelBits) + l;
@@ -262,9 +304,9 @@ inline void takeColumn(const DenseColumns& holes, int32_t column, FromLeft& left
         const uint16_t* const slots = holes.slots + first;
         const int32_t stride = holes.positions;
         if (!any((I16s)counts > 4)) {
-            takeHoles<Rule, 4>(slots, stride, counts, tops, left, band, signSum, fractionSum);
+            takeHoles<Rule, 4>(slots, stride, counts, tops, left, leaving, signSum, fractionSum);
         } else {
-            takeFullHoles<Rule>(slots, stride, counts, tops, left, band, signSum, fractionSum);
+            takeFullHoles<Rule>(slots, stride, counts, tops, left, leaving, signSum, fractionSum);
         }
     }
     // At most 32 * 16 boundaries, each with up to 62 of f_a + f_b.
@@ -287,12 +329,16 @@ QUOR_LANES_INLINE bool isEmptyColumn(const uint8_t* counts) noexcept {
 
 template <class Rule>
 void takeColumns(const DenseColumns& holes, const BandCells& band) noexcept {
+    constexpr int32_t kPutsOfColumn = kSubpixels / kShorts * DenseColumns::kSlots / 4;
     FromLeft left;
+    LeavingBoundaries leaving;
     const int32_t columns = holes.positions >> kSubpixelBits;
     for (int32_t column = 0; column < columns; ++column) {
         if (isEmptyColumn(holes.counts + (column << kSubpixelBits))) continue;
-        takeColumn<Rule>(holes, column, left, band);
+        if (!leaving.hasRoomFor(kPutsOfColumn)) leaving.add(band);
+        takeColumn<Rule>(holes, column, left, leaving, band);
     }
+    leaving.add(band);
 }
 
 void addColumns(const DenseColumns& holes, FillRule rule, int32_t height, int32_t rowStart,
