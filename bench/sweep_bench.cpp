@@ -73,11 +73,11 @@ struct Variant {
     const char* name;
     Quality quality;
     float alpha;
-    KernelLevel level = KernelLevel::kAvx2;
+    KernelLevel level = bestKernelLevel();
 };
 
 void sweep(benchmark::State& state, const Scene& scene, const Variant& variant) {
-    if (!useKernelLevel(variant.level)) useKernelLevel(KernelLevel::kPortable);
+    useKernelLevel(variant.level);
     std::vector<uint32_t> pixels(kSide * kSide, 0xFF203040);
     FillParams params;
     params.polygon = {scene.points.data(), static_cast<int32_t>(scene.points.size()),
@@ -89,6 +89,7 @@ void sweep(benchmark::State& state, const Scene& scene, const Variant& variant) 
     params.paint.color[3] = variant.alpha;
     Rasterizer rasterizer;
     for (auto _ : state) benchmark::DoNotOptimize(rasterizer.fill(params));
+    useKernelLevel(bestKernelLevel());
     state.counters["edges"] = static_cast<double>(scene.points.size());
 }
 
