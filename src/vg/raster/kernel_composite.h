@@ -137,7 +137,14 @@ struct FlatRow {
     uint8_t* touched;
     uint32_t* pixels;
     int32_t width;
+    int32_t toFetch;  ///< pixels from here to a row drawn soon, see fetchBelow()
 };
+
+/// Edges go on below about where they are: asks for the pixels that they will meet some rows
+/// further down, which on a large surface are not in the cache. Longer runs come by themselves.
+QUOR_LANES_INLINE void fetchBelow(const FlatRow& row, int32_t column) noexcept {
+    __builtin_prefetch(row.pixels + column + row.toFetch, 1);
+}
 
 /// Blends one vector of a touched group, leaves its cells zero, returns the sum at its end in
 /// every lane, as `carry` holds that of the cells before.
@@ -149,6 +156,7 @@ QUOR_LANES_INLINE U32s blendCells(const Paint& paint, const FlatRow& row, int32_
     store(cells, U32s{});
     const U32s coverage = coverageOf(sums);
     uint32_t* const pixels = row.pixels + column;
+    fetchBelow(row, column);
     if (column + kWords <= row.width) {
         store(pixels, mixPixels(paint, load<U32s>(pixels), coverage));
     } else {
@@ -180,12 +188,13 @@ QUOR_LANES_INLINE void compositeRow(const Paint& paint, const FlatRow& row,
 
 template <class Paint>
 void composite(const FlatRows& rows) noexcept {
+    constexpr int32_t kRowsBelow = 4;
     const Paint paint(rows.color);
     for (int32_t y = rows.top; y >= rows.bottom; --y) {
         const int32_t start = (y & rows.ringMask) * rows.stride;
         const FlatRow row = {rows.ring.cells + start, rows.ring.touched + start / kGroup,
                              rows.pixels + static_cast<int64_t>(rows.top - y) * rows.pitch,
-                             rows.width};
+                             rows.width, y >= kRowsBelow ? kRowsBelow * rows.pitch : 0};
         compositeRow(paint, row, rows.stride / kGroup);
     }
 }
