@@ -15,7 +15,7 @@ vg::raster::PixelRect intersect(const vg::raster::PixelRect& a,
     return {std::max(a.x0, b.x0), std::max(a.y0, b.y0), std::min(a.x1, b.x1), std::min(a.y1, b.y1)};
 }
 
-/// Surfaces of more pixels than this do not fit the nearer caches.
+/// Surfaces of so many pixels do not fit the nearer caches.
 constexpr int32_t kManyPixels = 1 << 17;
 
 /// Whether a clear is better put off (see PendingClear).
