@@ -175,7 +175,10 @@ QUOR_API uint32_t quorClearPerform(uint32_t doClear);
  */
 QUOR_API uint32_t quorDocCreate(const char* xmlText);
 
-/* Destroys the document. 0, 1, 2. */
+/*
+ * Destroys the document. Buffers of a small one, three megabytes at the very most, stay with the
+ * library for the next one until quorDone(). 0, 1, 2.
+ */
 QUOR_API uint32_t quorDocDestroy(uint32_t document);
 
 /*
