@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "vg/raster/coverage_row.h"
+#include "vg/raster/coverage_ring.h"
 #include "vg/raster/span_selection.h"
 
 namespace vg::raster {
@@ -38,15 +38,16 @@ void span(benchmark::State& state, int32_t mode, uint32_t color, int step) {
         sum = next;
     }
     changes[kWidth] = 0U - sum;
-    CoverageRow row;
-    if (!row.reserve(kWidth)) return state.SkipWithError("out of memory");
+    CoverageRing ring;
+    if (!ring.reserve(kWidth)) return state.SkipWithError("out of memory");
+    const RowCells row = {ring.row(0), ring.groupCount(), 0};
     const SpanFunctions functions = selectSpanFunctions(mode, color);
     SpanContext context;
     context.color = color;
     for (auto _ : state) {
-        std::copy(changes.begin(), changes.end(), row.cells());
-        for (int x = 0; x <= kWidth; x += step) row.touch(x * kSubpixels, x * kSubpixels);
-        functions.span({pixels.data(), kWidth, 1}, context, 0, row.view());
+        std::copy(changes.begin(), changes.end(), row.view.cells);
+        for (int x = 0; x <= kWidth; x += step) row.view.touched[x / CoverageRing::kGroup] = 1;
+        functions.span({pixels.data(), kWidth, 1}, context, 0, row);
         benchmark::DoNotOptimize(pixels.data());
         benchmark::ClobberMemory();
     }

@@ -7,6 +7,24 @@
 #include "vg/raster/trapezoid.h"
 
 namespace vg::raster {
+namespace {
+
+// What an edge adds where it crosses a sample line.
+
+void addCrossing(CentreSample, CoverageRow& row, int32_t x, uint32_t sign) noexcept {
+    const int32_t column = CentreSample::columnOf(x);
+    row.add(column, kFullCoverage * sign);
+    row.touch(column << kSubpixelBits, column << kSubpixelBits);
+}
+
+void addCrossing(HalfRowSample, CoverageRow& row, int32_t x, uint32_t sign) noexcept {
+    const auto fraction = static_cast<uint32_t>(fractionOf(x));
+    row.add(pixelOf(x), (32 - fraction) * (1U << 24) * sign);
+    row.add(pixelOf(x) + 1, fraction * (1U << 24) * sign);
+    row.touch(x, x);
+}
+
+}  // namespace
 
 bool LiteralSweep::run(const FixedPolygon& polygon, FillRule rule, Quality quality,
                        SweepTarget& target) noexcept {
@@ -84,8 +102,8 @@ void LiteralSweep::addSampleLine(FillRule rule, int32_t y) noexcept {
     active_.sort();
     forEachSpan(active_.begin(), active_.end(), rule,
                 [&](const ActiveEdge& left, const ActiveEdge& right) {
-                    Sample::add(row_, left.xTop, kPlus);
-                    Sample::add(row_, right.xTop, kMinus);
+                    addCrossing(Sample{}, row_, left.xTop, kPlus);
+                    addCrossing(Sample{}, row_, right.xTop, kMinus);
                 });
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "coverage_row.h"
 #include "vg/raster/active_edges.h"
-#include "vg/raster/coverage_row.h"
 #include "vg/raster/draw_params.h"
 #include "vg/raster/sweep_lines.h"
 #include "vg/raster/sweep_target.h"

@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-#include "vg/raster/coverage_row.h"
+#include "coverage_row.h"
 #include "vg/raster/rasterizer.h"
 
 namespace vg::raster {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
-#include "vg/raster/coverage_row.h"
 #include "vg/raster/crossing_samples.h"
 #include "vg/raster/kernels.h"
 #include "vg/raster/ring_delivery.h"
+#include "vg/raster/row_cells.h"
 
 namespace vg::raster {
 namespace {

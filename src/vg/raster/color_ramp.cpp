@@ -77,19 +77,19 @@ void setSlopes(Knots& knots) noexcept {
     }
 }
 
-constexpr auto kLastEntry = static_cast<float>(ColorRamp::kSize - 1);
+static_assert(kLastRampEntry == ColorRamp::kSize - 1);
 
 float spanOf(const RampOptions& options) noexcept { return options.isMirrored ? 2.0F : 1.0F; }
 
 /// Where an entry lies among the stops' offsets.
 float positionOf(int32_t entry, float span) noexcept {
-    return static_cast<float>(entry) * span / kLastEntry;
+    return static_cast<float>(entry) * span / kLastRampEntry;
 }
 
 /// The first entry at or after `entry` whose position is not before the offset.
 int32_t entryAt(float offset, int32_t entry, float span) noexcept {
     const auto isBefore = [=](int32_t i) { return positionOf(i, span) < offset; };
-    const auto estimate = static_cast<int32_t>(offset * kLastEntry / span);
+    const auto estimate = static_cast<int32_t>(offset * kLastRampEntry / span);
     int32_t end = std::clamp(estimate, entry, ColorRamp::kSize);
     while (end > entry && !isBefore(end - 1)) --end;
     while (end < ColorRamp::kSize && isBefore(end)) ++end;
@@ -99,7 +99,7 @@ int32_t entryAt(float offset, int32_t entry, float span) noexcept {
 /// The entries `first` to `end` - 1, which lie between two knots.
 RampRun runBetween(const Knot& from, const Knot& to, int32_t first, int32_t end,
                    float span) noexcept {
-    RampRun run = {first, end, span, kLastEntry, from.offset, to.offset - from.offset, {}};
+    RampRun run = {first, end, span, from.offset, to.offset - from.offset, {}};
     for (int i = 0; i < kChannels; ++i) {
         run.channels[i] = {from.color.channels[i], to.color.channels[i],
                            from.slope.channels[i] * run.distance,

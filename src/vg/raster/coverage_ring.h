@@ -12,7 +12,7 @@ namespace vg::raster {
 ///      1        |.......|.......|.......|        what was touched: who draws a row looks
 ///     ...                                        nowhere else
 ///
-/// Units      kFullCoverage is one covered pixel; arithmetic wraps at 2^32 (see coverage_row.h).
+/// Units      kFullCoverage is one covered pixel; arithmetic wraps at 2^32 (see row_cells.h).
 /// Invariant  all cells and the map are zero between draws: whoever reads a row clears it.
 class CoverageRing {
 public:

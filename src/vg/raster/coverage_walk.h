@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "vg/raster/coverage_row.h"
+#include "vg/raster/row_cells.h"
 
 namespace vg::raster {
 

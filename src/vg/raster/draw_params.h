@@ -63,6 +63,10 @@ struct PixelSurface {
     void finishClear(int32_t bottom, int32_t top) const noexcept {
         if (pendingClear != nullptr) pendingClear->finishRows(*this, bottom, top);
     }
+    /// The same for a row that is wholly overwritten.
+    void forgetClear(int32_t y) const noexcept {
+        if (pendingClear != nullptr) pendingClear->forgetRow(y);
+    }
 };
 
 /// The paint of one draw.

@@ -10,11 +10,11 @@
 
 #include <bit>
 
-#include "vg/raster/coverage_row.h"
 #include "vg/raster/kernels.h"
 #include "vg/raster/lane_scans.h"
 #include "vg/raster/lanes.h"
 #include "vg/raster/pixel_lanes.h"
+#include "vg/raster/row_cells.h"
 
 namespace vg::raster {
 namespace {

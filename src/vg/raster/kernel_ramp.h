@@ -21,7 +21,7 @@ QUOR_LANES_INLINE F32s unit(F32s c) noexcept { return smaller(larger(c, F32s{}),
 /// How far the entries from `entry` on are on the way between the stops.
 QUOR_LANES_INLINE F32s fractionsOf(const RampRun& run, int32_t entry) noexcept {
     const F32s entries = load<F32s>(kRampLanes) + static_cast<float>(entry);
-    return (entries * run.span / run.lastEntry - run.offset) / run.distance;
+    return (entries * run.span / kLastRampEntry - run.offset) / run.distance;
 }
 
 struct LinearCurve {

@@ -20,10 +20,12 @@ struct RampCurve {
     float startSlope, endSlope;  ///< of the smooth ramp, over the whole distance
 };
 
-/// Some entries of a ramp that lie between two stops. Entry i is at i * span / lastEntry.
+inline constexpr float kLastRampEntry = 1023.0F;
+
+/// Some entries of a ramp that lie between two stops. Entry i is at i * span / kLastRampEntry.
 struct RampRun {
     int32_t first, end;
-    float span, lastEntry;
+    float span;
     float offset, distance;  ///< of the first stop; from there to the second, more than 0
     RampCurve channels[4];   ///< red, green, blue, alpha
 };

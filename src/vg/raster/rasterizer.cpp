@@ -16,13 +16,11 @@ bool overwritesRows(const SweepTarget& target, const PixelRect& rect) noexcept {
 
 void fillAlignedRectangle(const SweepTarget& target, const PixelRect& rect,
                           RunFunction run) noexcept {
-    PendingClear* const pendingClear = target.surface.pendingClear;
-    if (pendingClear != nullptr && overwritesRows(target, rect)) {
-        for (int32_t y = rect.y0; y < rect.y1; ++y) pendingClear->forgetRow(y);
-    }
+    const PixelSurface& surface = target.surface;
+    const bool overwrites = overwritesRows(target, rect);
     for (int32_t y = rect.y0; y < rect.y1; ++y) {
-        target.surface.finishClear(y, y);
-        run(target.surface, target.span, y, rect.x0, rect.x1);
+        overwrites ? surface.forgetClear(y) : surface.finishClear(y, y);
+        run(surface, target.span, y, rect.x0, rect.x1);
     }
 }
 

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "vg/raster/coverage_row.h"
 #include "vg/raster/draw_params.h"
 #include "vg/raster/gradient_state.h"
+#include "vg/raster/row_cells.h"
 #include "vg/raster/texture_state.h"
 
 namespace vg::raster {
