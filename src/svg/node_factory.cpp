@@ -121,7 +121,10 @@ Status buildNode(SvgDocument& document, XMLElement& element, SvgNode*& node) noe
 
 SvgNode* findReference(const SvgDocument& document, const char* reference) noexcept {
     if (*reference == '#') ++reference;
-    return document.ids.find(reference, std::strcspn(reference, ")"));
+    size_t length = std::strcspn(reference, ")");
+    const auto endsTheName = [](char c) { return isSvgSpace(c) || c == '\'' || c == '"'; };
+    while (length > 0 && endsTheName(reference[length - 1])) --length;
+    return document.ids.find(reference, length);
 }
 
 }  // namespace quor

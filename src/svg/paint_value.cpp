@@ -11,8 +11,11 @@ PaintType readPlainPaint(const TextCursor& cursor, SvgColor& color) noexcept {
     return PaintType::kColor;
 }
 
-/// The cursor follows "url(".
+/// The cursor follows "url(". White space and a quote before the name are passed over; what may
+/// stand behind it is for findReference() to cut off.
 void readReference(TextCursor& cursor, SvgPaint& paint) noexcept {
+    cursor.skipSpaces();
+    if (!cursor.atEnd() && (*cursor.at == '\'' || *cursor.at == '"')) ++cursor.at;
     paint.type = PaintType::kServer;
     paint.reference = cursor.at;
     while (!cursor.atEnd() && *cursor.at != ')') ++cursor.at;

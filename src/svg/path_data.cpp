@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "base/finite.h"
 #include "svg/number.h"
 
 namespace quor {
@@ -56,6 +57,12 @@ struct CommandRule {
     uint8_t code = 0;
     uint8_t coordinates = 0;
 };
+
+/// Of a segment, by its absolute code.
+constexpr int coordinatesOf(uint8_t code) noexcept {
+    constexpr uint8_t kCounts[] = {0, 2, 2, 1, 1, 4, 6, 2, 4, 5, 5, 5, 5};
+    return kCounts[code / 2];
+}
 
 constexpr std::array<CommandRule, 256> kCommandRules = [] {
     std::array<CommandRule, 256> rules{};
@@ -146,6 +153,48 @@ private:
     char command_ = 0;
 };
 
+/// Where a path is after its segments so far, found out only when somebody asks: each segment is
+/// looked at once, however often that is.
+class CurrentPoint {
+public:
+    struct Position {
+        float x = 0.0F;
+        float y = 0.0F;
+    };
+
+    Position after(const PathData& data) noexcept {
+        for (; segment_ < data.segments.count(); ++segment_) advance(data);
+        return current_;
+    }
+
+private:
+    void advance(const PathData& data) noexcept {
+        const uint8_t segment = data.segments[segment_];
+        const auto code = static_cast<uint8_t>(segment & ~1);
+        if (code == kClosePath) {
+            current_ = start_;
+            return;
+        }
+        const Position origin = (segment & 1) != 0 ? current_ : Position{};
+        const float* const values = data.coordinates.data() + coordinate_;
+        const int count = coordinatesOf(code);
+        if (code == kHorizontalTo) {
+            current_.x = origin.x + values[0];
+        } else if (code == kVerticalTo) {
+            current_.y = origin.y + values[0];
+        } else {
+            current_ = {origin.x + values[count - 2], origin.y + values[count - 1]};
+        }
+        if (code == kMoveTo) start_ = current_;
+        coordinate_ += count;
+    }
+
+    Position start_;  ///< of the subpath
+    Position current_;
+    int segment_ = 0;
+    int coordinate_ = 0;
+};
+
 /// Appends what the commands say; the arrays have room for a whole segment.
 class PathReader {
 public:
@@ -167,10 +216,34 @@ public:
 
 private:
     void addSegment(const CommandRule& rule, float first) noexcept {
-        data_.segments.pushReserved(rule.code);
+        const auto code = static_cast<uint8_t>(rule.code & ~1);
+        if (code == kSmoothQuadTo && isAfter(kCubicTo, kSmoothCubicTo)) {
+            startWithControl(kQuadTo, (rule.code & 1) != 0);
+        } else if (code == kSmoothCubicTo && isAfter(kQuadTo, kSmoothQuadTo)) {
+            startWithControl(kCubicTo, (rule.code & 1) != 0);
+        } else {
+            data_.segments.pushReserved(rule.code);
+        }
         if (rule.coordinates == 0) return;
         data_.coordinates.pushReserved(first);
         for (int i = 1; i < rule.coordinates; ++i) addCoordinate();
+    }
+
+    bool isAfter(SegmentCode curve, SegmentCode smoothCurve) const noexcept {
+        if (data_.segments.isEmpty()) return false;
+        const auto last = static_cast<uint8_t>(data_.segments.last() & ~1);
+        return last == curve || last == smoothCurve;
+    }
+
+    /// A smooth segment takes its first control point from a curve of its own degree and else from
+    /// the current point. The engine's smooth segments reflect the control point of either curve,
+    /// so that after one of the other degree the control point has to be spelled out.
+    void startWithControl(SegmentCode code, bool isRelative) noexcept {
+        const CurrentPoint::Position control =
+            isRelative ? CurrentPoint::Position{} : current_.after(data_);
+        data_.segments.pushReserved(static_cast<uint8_t>(isRelative ? code + 1 : code));
+        data_.coordinates.pushReserved(base::finite(control.x));
+        data_.coordinates.pushReserved(base::finite(control.y));
     }
 
     void addCoordinate() noexcept { data_.coordinates.pushReserved(tokenizer_.nextCoordinate()); }
@@ -194,6 +267,7 @@ private:
 
     PathTokenizer tokenizer_;
     PathData& data_;
+    CurrentPoint current_;
 };
 
 }  // namespace

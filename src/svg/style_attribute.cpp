@@ -1,5 +1,7 @@
 #include "svg/style_attribute.h"
 
+#include <algorithm>
+
 #include "svg/length.h"
 #include "svg/number.h"
 #include "svg/style_keywords.h"
@@ -43,14 +45,17 @@ public:
         mark(bit, true);
     }
 
-    /// 0..1; a negative one inherits.
+    /// Clamped to 0..1.
     void opacity(AttributeId id, uint32_t bit, float& field) noexcept {
         const char* text = textOf(id);
-        float number = -1.0F;
-        if (text == nullptr || !(isInherit(text) || parseNumber(text, number))) return;
-        const bool inherits = number < 0.0F;
-        field = inherits ? -1.0F : number > 1.0F ? 1.0F : number;
-        mark(bit, !inherits);
+        if (text == nullptr) return;
+        if (isInherit(text)) {
+            field = -1.0F;
+            mark(bit, false);
+        } else if (float number = 0.0F; parseNumber(text, number)) {
+            field = std::clamp(number, 0.0F, 1.0F);
+            mark(bit, true);
+        }
     }
 
     void strokeWidth() noexcept {

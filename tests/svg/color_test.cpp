@@ -93,6 +93,8 @@ TEST(Paint, TellsTypeReferenceAndFallback) {
         {"url(#a)  currentColor", PaintType::kServer, PaintType::kCurrentColor, 0,
          "#a)  currentColor"},
         {"url(#a)red", PaintType::kServer, PaintType::kColor, 1, "#a)red"},
+        {"url(  #a )red", PaintType::kServer, PaintType::kColor, 1, "#a )red"},
+        {"url( '#a' )", PaintType::kServer, PaintType::kNone, 0, "#a' )"},
         {"url(#a) rubbish", PaintType::kServer, PaintType::kColor, 0, "#a) rubbish"},
         {"url(#a", PaintType::kServer, PaintType::kNone, 0, "#a"},
         {"url(", PaintType::kServer, PaintType::kNone, 0, ""},

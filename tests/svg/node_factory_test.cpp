@@ -101,11 +101,11 @@ TEST(NodeFactory, AReferenceLosesOneHashAndEndsAtAParenthesis) {
     const SvgTree tree(inSvg("<rect id='a'/><rect id='#b'/>"));
     const SvgNode* a = tree.find("a");
     ASSERT_NE(a, nullptr);
-    for (const char* reference : {"#a", "a", "#a)", "#a) red", "a)#b"}) {
+    for (const char* reference : {"#a", "a", "#a)", "#a) red", "a)#b", "#a \t)", "#a' )"}) {
         EXPECT_EQ(findReference(tree.document, reference), a) << reference;
     }
     EXPECT_EQ(findReference(tree.document, "##b"), tree.find("#b"));
-    for (const char* reference : {"", "#", ")", "#)a", "##a", "#A", "#aa", "#a ", "# a"}) {
+    for (const char* reference : {"", "#", ")", "#)a", "##a", "#A", "#aa", "# a"}) {
         EXPECT_EQ(findReference(tree.document, reference), nullptr) << reference;
     }
 }

@@ -43,7 +43,7 @@ TEST(Style, NumbersKeepTheirRangesAndBits) {
     } cases[] = {
         {"fill-opacity='1.5'", &SvgStyle::fillOpacity, 1, StyleBit::kFillOpacity, true},
         {"fill-opacity=' .25'", &SvgStyle::fillOpacity, 0.25F, StyleBit::kFillOpacity, true},
-        {"fill-opacity='-2'", &SvgStyle::fillOpacity, -1, StyleBit::kFillOpacity, false},
+        {"fill-opacity='-2'", &SvgStyle::fillOpacity, 0, StyleBit::kFillOpacity, true},
         {"fill-opacity=''", &SvgStyle::fillOpacity, -1, StyleBit::kFillOpacity, false},
         {"fill-opacity='x'", &SvgStyle::fillOpacity, -1, StyleBit::kFillOpacity, false},
         {"stroke-opacity='0'", &SvgStyle::strokeOpacity, 0, StyleBit::kStrokeOpacity, true},
