@@ -51,7 +51,7 @@ void Context::recoverMemory() noexcept {
     rasterizer.shrinkBuffers();
     scissor.shrinkToFit();
     pixelWork.release();
-    coverageWork.pixels.shrinkToFit();
+    coverageWork.pixels.release();
     shared->sparePaths.release();
     shared->objects.releaseCaches();
     for (Paint* paint : {fillPaint, strokePaint}) {  // which may have lost their handles

@@ -74,9 +74,7 @@ bool drawCoverage(Context& context, Surface& work, const Surface& surface, Path&
     work.format = VG_sARGB_8888_PRE;
     work.width = surface.width;
     work.height = surface.height;
-    const int count = surface.width * surface.height;
-    work.pixels.clear();
-    if (!work.pixels.reserve(count) || !work.pixels.resizeZeroed(count)) return false;
+    if (!work.pixels.allocate(surface.width * surface.height)) return false;
     const PlainPaint plain(context);
     return drawPath(context, work, path, paintMode);
 }
@@ -92,7 +90,6 @@ void renderToMask(Context& context, Surface& surface, Path& path, VGbitfield pai
         combineMask(surface.maskArea(), operation, work.area(),
                     {0, 0, 0, 0, surface.width, surface.height});
     }
-    work.pixels.clear();
 }
 
 }  // namespace

@@ -57,9 +57,9 @@ bool resizeSurface(Surface* surface, int32_t width, int32_t height) noexcept {
     width = std::min(width, kMaxSurfaceDimension);
     height = std::min(height, kMaxSurfaceDimension);
     const int count = width * height;
-    base::Array<uint32_t> pixels;
+    PixelMemory pixels;
     base::Array<uint8_t> mask;
-    if (!pixels.reserve(count) || !pixels.resizeZeroed(count)) return false;
+    if (!pixels.allocate(count)) return false;
     if (surface->hasMask && (!mask.reserve(count) || !mask.resize(count))) return false;
     std::fill(mask.begin(), mask.end(), kFullMask);
     surface->pixels.swap(pixels);

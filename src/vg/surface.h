@@ -3,6 +3,7 @@
 #include "base/array.h"
 #include "vg/engine.h"
 #include "vg/pixel_area.h"
+#include "vg/pixel_memory.h"
 #include "vg/raster/draw_params.h"
 
 namespace vg {
@@ -15,8 +16,8 @@ struct Surface {
     int32_t height = 0;
     uint32_t format = 0;  ///< a VGImageFormat code
     bool hasMask = false;
-    base::Array<uint32_t> pixels;  ///< rows from the top down
-    base::Array<uint8_t> mask;     ///< a value for each pixel, in their order; empty without one
+    PixelMemory pixels;         ///< rows from the top down
+    base::Array<uint8_t> mask;  ///< a value for each pixel, in their order; empty without one
 
     bool isLinear() const noexcept;  ///< whether the format's colour space is
 
