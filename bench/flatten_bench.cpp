@@ -38,7 +38,7 @@ void flatten(benchmark::State& state, VGubyte command) {
     appendCurves(path, command);
     FlatteningTolerance tolerance;
     tolerance.set(drawTolerance(0.0249F, static_cast<float>(state.range(0)) / 100.0F, nullptr));
-    FlattenedPath flattened;
+    Outline flattened;
     int64_t points = 0;
     for (auto _ : state) {
         if (!vg::flatten(path, tolerance, flattened)) state.SkipWithError("no memory");

@@ -5,7 +5,8 @@
 #include <cmath>
 #include <random>
 
-#include "vg/flattened_path.h"
+#include "vg/path.h"
+#include "vg/path_writer.h"
 #include "vg/stroker.h"
 
 namespace vg {
@@ -13,45 +14,46 @@ namespace {
 
 constexpr int kPoints = 10000;
 
-void finish(FlattenedPath& path) {
-    path.contourSizes.push(path.points.count());
-    path.contourFlags.push(0);
-}
-
 /// Corners of up to a quarter turn, edges of 4 to 12 units.
-FlattenedPath polyline() {
+void polyline(Path& path) {
     std::mt19937 random(3);
-    std::uniform_real_distribution<float> turn(-1.5F, 1.5F);
-    std::uniform_real_distribution<float> length(4.0F, 12.0F);
-    FlattenedPath path;
-    float x = 0.0F, y = 0.0F;
+    std::uniform_real_distribution<double> turn(-1.5, 1.5);
+    std::uniform_real_distribution<double> length(4.0, 12.0);
+    PathWriter writer(path);
+    double place[] = {0.0, 0.0};
     for (int i = 0; i < kPoints; ++i) {
-        path.points.push({x, y});
-        path.pointFlags.push(0);
-        const float angle = turn(random);
-        const float step = length(random);
-        x += step * std::cos(angle);
-        y += step * std::sin(angle);
+        writer.append(i == 0 ? VG_MOVE_TO : VG_LINE_TO, place);
+        const double angle = turn(random);
+        const double step = length(random);
+        place[0] += step * std::cos(angle);
+        place[1] += step * std::sin(angle);
     }
-    finish(path);
-    return path;
+    writer.commit();
 }
 
-/// One long flattened spiral.
-FlattenedPath curve() {
-    FlattenedPath path;
-    for (int i = 0; i < kPoints; ++i) {
-        const float angle = 0.05F * static_cast<float>(i);
-        const float radius = 20.0F + angle;
-        path.points.push({radius * std::cos(angle), radius * std::sin(angle)});
-        path.pointFlags.push(FlattenedPath::kInsideCurve);
+/// One long spiral of cubics, a tenth of a turn each.
+void curve(Path& path) {
+    PathWriter writer(path);
+    const double kStep = 0.628;
+    const double start[] = {20.0, 0.0};
+    writer.append(VG_MOVE_TO, start);
+    for (int i = 1; i <= kPoints / 10; ++i) {
+        const double from = kStep * (i - 1), to = kStep * i;
+        const double radius = 20.0 + to, handle = radius * kStep / 3.0;
+        const double values[] = {radius * std::cos(from) - handle * std::sin(from),
+                                 radius * std::sin(from) + handle * std::cos(from),
+                                 radius * std::cos(to) + handle * std::sin(to),
+                                 radius * std::sin(to) - handle * std::cos(to),
+                                 radius * std::cos(to),
+                                 radius * std::sin(to)};
+        writer.append(VG_CUBIC_TO, values);
     }
-    finish(path);
-    return path;
+    writer.commit();
 }
 
-void stroke(benchmark::State& state, const FlattenedPath& path, VGint join, VGint cap,
-            bool isDashed) {
+void stroke(benchmark::State& state, void (*append)(Path&), VGint join, VGint cap, bool isDashed) {
+    Path path;
+    append(path);
     static const float dashes[] = {6.0F, 4.0F};
     StrokeParams params;
     params.halfWidth = 1.5F;
@@ -65,18 +67,18 @@ void stroke(benchmark::State& state, const FlattenedPath& path, VGint join, VGin
         params.dashTotal = 10.0F;
     }
     Stroker stroker;
-    StrokeOutline outline;
+    Outline outline;
     for (auto _ : state) benchmark::DoNotOptimize(stroker.stroke(path, params, outline));
-    state.SetItemsProcessed(state.iterations() * path.points.count());
+    state.SetItemsProcessed(state.iterations() * path.segments.count());
     state.counters["outline points"] = outline.points.count();
 }
 
-BENCHMARK_CAPTURE(stroke, polyline_miter, polyline(), VG_JOIN_MITER, VG_CAP_BUTT, false);
-BENCHMARK_CAPTURE(stroke, polyline_round, polyline(), VG_JOIN_ROUND, VG_CAP_ROUND, false);
-BENCHMARK_CAPTURE(stroke, polyline_dashed, polyline(), VG_JOIN_MITER, VG_CAP_BUTT, true);
-BENCHMARK_CAPTURE(stroke, polyline_round_dashes, polyline(), VG_JOIN_ROUND, VG_CAP_ROUND, true);
-BENCHMARK_CAPTURE(stroke, curve_miter, curve(), VG_JOIN_MITER, VG_CAP_BUTT, false);
-BENCHMARK_CAPTURE(stroke, curve_dashed, curve(), VG_JOIN_MITER, VG_CAP_BUTT, true);
+BENCHMARK_CAPTURE(stroke, polyline_miter, polyline, VG_JOIN_MITER, VG_CAP_BUTT, false);
+BENCHMARK_CAPTURE(stroke, polyline_round, polyline, VG_JOIN_ROUND, VG_CAP_ROUND, false);
+BENCHMARK_CAPTURE(stroke, polyline_dashed, polyline, VG_JOIN_MITER, VG_CAP_BUTT, true);
+BENCHMARK_CAPTURE(stroke, polyline_round_dashes, polyline, VG_JOIN_ROUND, VG_CAP_ROUND, true);
+BENCHMARK_CAPTURE(stroke, curve_miter, curve, VG_JOIN_MITER, VG_CAP_BUTT, false);
+BENCHMARK_CAPTURE(stroke, curve_dashed, curve, VG_JOIN_MITER, VG_CAP_BUTT, true);
 
 }  // namespace
 }  // namespace vg

@@ -41,6 +41,12 @@ struct CenterArc {
     /// which the arc meets them. At most two; returns their count.
     int extremes(Vector2 direction, double angles[2]) const noexcept;
 
+    /// The same arc about the same centre with both radii longer by `share` of them.
+    CenterArc enlarged(double share) const noexcept {
+        return {from + cosAxis * share, cosAxis * (1.0 + share), sinAxis * (1.0 + share), sweep,
+                largerRadius * (1.0 + share)};
+    }
+
     CenterArc transformed(const AffineMap& map) const noexcept;  ///< largerRadius is kept
 };
 

@@ -46,6 +46,15 @@ struct BezierPolynomial {
 
     Vector2 at(double t) const noexcept { return c0 + (c1 + (c2 + c3 * t) * t) * t; }
     Vector2 velocity(double t) const noexcept { return c1 + (c2 * 2.0 + c3 * (3.0 * t)) * t; }
+    Vector2 acceleration(double t) const noexcept { return (c2 + c3 * (3.0 * t)) * 2.0; }
+
+    /// f - f'' * factor, once more a polynomial.
+    BezierPolynomial withoutAcceleration(double factor) const noexcept {
+        BezierPolynomial result = *this;
+        result.c0 = c0 - c2 * (2.0 * factor);
+        result.c1 = c1 - c3 * (6.0 * factor);
+        return result;
+    }
 
     Vector2 c0, c1, c2, c3;
 };

@@ -96,7 +96,7 @@ struct Context {
     base::Array<uint8_t> pixelWork;  ///< pixels on their way from an area to one that it overlaps
     Surface coverageWork;            ///< of the path being rendered to a mask
     Stroker stroker;
-    StrokeOutline strokeOutline;  ///< of the stroke being drawn
+    Outline strokeOutline;  ///< of the stroke being drawn
 
     // Objects
     SharedResources* shared = nullptr;

@@ -10,6 +10,9 @@ namespace vg {
 
 namespace {
 
+/// The tolerance's radius in terms of the largest distance of a chord from its curve.
+constexpr double kRadiusOverGap = 25.0 / 12.0;
+
 /// Squared distance of p0 + a from the segment between p0 and p0 + chord.
 double squaredDistanceFromChord(Vector2 a, Vector2 chord, double chordSquared) noexcept {
     const double along = dot(a, chord);
@@ -20,7 +23,8 @@ double squaredDistanceFromChord(Vector2 a, Vector2 chord, double chordSquared) n
 }
 
 double segmentsFor(double secondDifference, const FlatteningTolerance& tolerance) noexcept {
-    return 0.5 * std::sqrt(static_cast<double>(tolerance.threeOverRadius) * secondDifference);
+    const double threeOverGap = static_cast<double>(tolerance.threeOverRadius) * kRadiusOverGap;
+    return 0.5 * std::sqrt(threeOverGap * secondDifference);
 }
 
 }  // namespace
@@ -31,7 +35,7 @@ bool isFlat(const Bezier& curve, const FlatteningTolerance& tolerance) noexcept 
     const double farthest =
         std::max(squaredDistanceFromChord(curve.p1 - curve.p0, chord, chordSquared),
                  squaredDistanceFromChord(curve.p2 - curve.p0, chord, chordSquared));
-    return farthest * (9.0 / 16.0) <= static_cast<double>(tolerance.squared);
+    return farthest * (9.0 * 9.0 / 16.0) <= static_cast<double>(tolerance.squared);
 }
 
 double uniformSegments(const Bezier& curve, const FlatteningTolerance& tolerance) noexcept {
@@ -64,8 +68,8 @@ double alignedSegments(const Bezier& curve, const FlatteningTolerance& tolerance
 }
 
 int32_t arcSegments(const CenterArc& arc, const FlatteningTolerance& tolerance) noexcept {
-    const double step =
-        std::sqrt(static_cast<double>(tolerance.sixtyFourRadius) / (8.0 * arc.largerRadius));
+    const double step = std::sqrt(static_cast<double>(tolerance.sixtyFourRadius) /
+                                  (8.0 * kRadiusOverGap * arc.largerRadius));
     return roundUpSegments(std::fabs(arc.sweep) / std::min(step, kPi / 2));
 }
 

@@ -175,18 +175,19 @@ void Dasher::addPieces(const Interval& interval) noexcept {
         const double from = std::max(interval.from - edgeStart_, 0.0);
         const double to = std::min(interval.to - edgeStart_, edge.length);
         if (!(from < to)) break;
-        pieces_.pushReserved(
-            {edge.start + edge.direction * from, edge.direction, to - from, edge.isSmoothStart});
+        pieces_.pushReserved({edge.pointAt(from, subpath_.endOf(edge_)), edge.directionAt(from),
+                              edge.directionAt(to), to - from, edge.joint, edge.isCurved});
     } while (edgeEnd() < interval.to && advanceEdge());
 }
 
 /// The entry behind the last piece of a dash that ends on the current edge.
 StrokeEdge Dasher::endingAt(double position) const noexcept {
     const StrokeEdge& edge = subpath_.edges[edge_];
-    const bool isAtEdgeEnd = position >= edgeEnd();
-    const Vector2 point = isAtEdgeEnd ? subpath_.edges[edge_ + 1].start
-                                      : edge.start + edge.direction * (position - edgeStart_);
-    return {point, edge.direction, 0.0, false};
+    const Vector2 edgeEnds = subpath_.endOf(edge_);
+    const double distance = position - edgeStart_;
+    const Vector2 point = position >= edgeEnd() ? edgeEnds : edge.pointAt(distance, edgeEnds);
+    const Vector2 direction = edge.directionAt(std::min(distance, edge.length));
+    return {point, direction, direction, 0.0, StrokeJoint::kCorner, false};
 }
 
 }  // namespace vg

@@ -109,7 +109,7 @@ bool drawFill(const DrawCall& call, const FlatteningTolerance& tolerance) noexce
     params.fillRule = static_cast<raster::FillRule>(call.context.fillRule);
     params.blendMode = call.context.fillBlendMode;
     return paintShape(call, VG_FILL_PATH,
-                      {flattening->path.polygon(), flattening->serial, call.cache().fillBands},
+                      {flattening->outline.polygon(), flattening->serial, call.cache().fillBands},
                       params);
 }
 
@@ -137,11 +137,9 @@ bool findOutline(const DrawCall& call, const FlatteningTolerance& tolerance,
     PathCache& cache = call.cache();
     const StrokeParams params = strokeParams(call.context);
     const KeptStroke* kept = cache.findStroke(params, tolerance.squared);
-    StrokeOutline& outline = call.context.strokeOutline;
+    Outline& outline = call.context.strokeOutline;
     if (kept == nullptr) {
-        const KeptFlattening* const flattening = cache.flatten(call.path, tolerance);
-        if (flattening == nullptr) return false;
-        if (!call.context.stroker.stroke(flattening->path, params, outline)) return false;
+        if (!call.context.stroker.stroke(call.path, params, outline)) return false;
         kept = cache.keepStroke(params, tolerance.squared, outline);
     }
     shape.polygon = kept != nullptr ? kept->outline.polygon() : outline.polygon();

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "vg/flattened_path.h"
+#include "vg/outline.h"
 #include "vg/tolerance.h"
 
 namespace vg {
@@ -16,11 +16,12 @@ inline constexpr int32_t kMaxCurveSegments = 4096;
 /// that would need more gets its later curves in fewer segments, down to one each.
 inline constexpr int32_t kMaxFlattenedPoints = 1 << 23;
 
-/// Replaces `result` by the path as straight segments: no point of a curve is farther than the
-/// tolerance's radius from them, within the two limits above, and every segment ends exactly where
-/// it should. A move followed at once by a close is a closed contour of one point. False when
-/// memory runs out; `result` is then empty.
+/// Replaces `result` by the path as closed contours to be filled, one for each subpath that has a
+/// drawing segment. Every segment ends exactly where it should. Points inside of a curve lie a
+/// little outside of it, so that as much area lies between the curve and the polyline on one side
+/// as on the other, and no point of the polyline is farther than a third of the tolerance's radius
+/// from the curve, within the two limits above. False when memory runs out; `result` is then empty.
 [[nodiscard]] bool flatten(const Path& path, const FlatteningTolerance& tolerance,
-                           FlattenedPath& result) noexcept;
+                           Outline& result) noexcept;
 
 }  // namespace vg

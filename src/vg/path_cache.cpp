@@ -37,14 +37,10 @@ bool areEqual(const Matrix3& a, const Matrix3& b) noexcept {
 
 }  // namespace
 
-size_t KeptFlattening::byteCount() const noexcept {
-    return sizeof *this + base::byteCount(path.points) + base::byteCount(path.pointFlags) +
-           base::byteCount(path.contourSizes) + base::byteCount(path.contourFlags);
-}
+size_t KeptFlattening::byteCount() const noexcept { return sizeof *this + outline.byteCount(); }
 
 size_t KeptStroke::byteCount() const noexcept {
-    return sizeof *this + base::byteCount(dashes) + base::byteCount(outline.points) +
-           base::byteCount(outline.contourSizes);
+    return sizeof *this + base::byteCount(dashes) + outline.byteCount();
 }
 
 const KeptFlattening* PathCache::flatten(const Path& path,
@@ -56,7 +52,7 @@ const KeptFlattening* PathCache::flatten(const Path& path,
     KeptFlattening* const made = flattenings.add();
     if (made == nullptr) return nullptr;
     made->toleranceSquared = tolerance.squared;
-    if (!vg::flatten(path, tolerance, made->path)) {
+    if (!vg::flatten(path, tolerance, made->outline)) {
         flattenings.dropFirst();
         return nullptr;
     }
@@ -72,7 +68,7 @@ const KeptStroke* PathCache::findStroke(const StrokeParams& params,
 }
 
 const KeptStroke* PathCache::keepStroke(const StrokeParams& params, float toleranceSquared,
-                                        const StrokeOutline& outline) noexcept {
+                                        const Outline& outline) noexcept {
     constexpr auto kMaxPoints =
         static_cast<int>(RecentCache<KeptStroke>::kMaxBytes / sizeof(raster::Point));
     if (outline.points.count() > kMaxPoints || params.dashCount > kMaxPoints) return nullptr;

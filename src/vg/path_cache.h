@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "base/array.h"
-#include "vg/flattened_path.h"
 #include "vg/matrix.h"
+#include "vg/outline.h"
 #include "vg/path_query.h"
 #include "vg/raster/band_cache.h"
 #include "vg/recent_cache.h"
@@ -19,7 +19,7 @@ struct Path;
 struct KeptFlattening {
     uint64_t serial = 0;
     float toleranceSquared = 0.0F;
-    FlattenedPath path;
+    Outline outline;
 
     size_t byteCount() const noexcept;
 };
@@ -30,7 +30,7 @@ struct KeptStroke {
     float toleranceSquared = 0.0F;
     StrokeParams params;  ///< its dashes point to those below
     base::Array<float> dashes;
-    StrokeOutline outline;
+    Outline outline;
 
     size_t byteCount() const noexcept;
 };
@@ -54,7 +54,7 @@ struct PathCache {
 
     /// Keeps a copy of an outline. Null when it is too large or memory runs out.
     const KeptStroke* keepStroke(const StrokeParams& params, float toleranceSquared,
-                                 const StrokeOutline& outline) noexcept;
+                                 const Outline& outline) noexcept;
 
     /// The tight box of the path under the matrix; the last one is kept.
     PathBox boundsUnder(const Path& path, const Matrix3& matrix) noexcept;

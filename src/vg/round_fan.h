@@ -9,9 +9,11 @@
 
 namespace vg {
 
-/// Makes the round parts of one stroke: arcs of one radius as evenly spaced points, the fewest that
-/// keep the chords within the flatness, at most a quarter turn and at least kPi / kMaxHalfTurnSteps
-/// apart. After kMaxPoints points in all it makes none, and round parts become straight.
+/// Makes the round parts of one stroke: arcs of one radius as evenly spaced points, as few as keep
+/// the polyline within a third of the flatness of its arc, at most a quarter turn and at least
+/// kPi / kMaxHalfTurnSteps apart. The points lie on a radius larger by a twelfth of the squared
+/// step, which gives the polyline the area of the arc; the ends are where they are. After
+/// kMaxPoints points in all it makes none, and round parts become straight.
 class RoundFan {
 public:
     static constexpr int32_t kMaxHalfTurnSteps = 4096;
@@ -23,9 +25,12 @@ public:
     /// The cosine, in [0, 1), of the largest turn that is made in one step.
     double stepCosine() const noexcept { return stepCosine_; }
 
-    /// Appends the points between center + from and center + to, both left out, the shorter way
-    /// round (counter-clockwise for a half turn). Both are radii of the fan's length.
-    void addTurn(Vector2 center, Vector2 from, Vector2 to,
+    /// Which way round; counter-clockwise is from +x towards +y.
+    enum class Way { kCounterClockwise, kClockwise };
+
+    /// Appends the points between center + from and center + to, both left out. Both are radii of
+    /// the fan's length, at most half a turn apart on that way.
+    void addTurn(Vector2 center, Vector2 from, Vector2 to, Way way,
                  base::Array<raster::Point>& points) noexcept;
 
     /// The same clockwise to center - from.
@@ -33,13 +38,12 @@ public:
 
 private:
     int32_t stepsOf(double angle) const noexcept;
-    void addPoints(Vector2 center, Vector2 from, SinCos step, int32_t count,
+    void addPoints(Vector2 center, Vector2 from, double step, int32_t count,
                    base::Array<raster::Point>& points) noexcept;
 
     double step_;  ///< the largest step, in radians
     double stepCosine_;
     int32_t halfTurnSteps_;
-    SinCos halfTurnStep_;
     int32_t pointsLeft_ = kMaxPoints;
 };
 

@@ -6,22 +6,12 @@
 
 namespace vg {
 
-namespace {
-
-void addLongForm(Vector2 vertex, Vector2 from, Vector2 to,
-                 base::Array<raster::Point>& side) noexcept {
-    side.push(toPoint(vertex + from));
-    side.push(toPoint(vertex));
-    side.push(toPoint(vertex + to));
-}
-
-}  // namespace
-
-StrokeJoiner::StrokeJoiner(double halfWidth, VGint style, double miterLengthSquared,
+StrokeJoiner::StrokeJoiner(double halfWidth, VGint style, double miterLengthSquared, double slack,
                            RoundFan& fan) noexcept
     : fan_(fan),
       style_(style),
       inverseHalfWidth_(1.0 / halfWidth),
+      slack_(slack),
       twiceSquare_(2.0 * halfWidth * halfWidth),
       roundSquare_(twiceSquare_ * (1.0 + fan.stepCosine())) {
     constexpr double kAlmostOne = 1.0 - 0x1p-24;
@@ -34,7 +24,8 @@ StrokeJoiner::StrokeJoiner(double halfWidth, VGint style, double miterLengthSqua
 double StrokeJoiner::add(const StrokeCorner& corner, base::Array<raster::Point>& left,
                          base::Array<raster::Point>& right) noexcept {
     const double turn = cross(corner.before, corner.after);
-    const double sign = turn >= 0.0 ? 1.0 : -1.0;  // of offsets towards the inner side
+    const bool turnsLeft = turn >= 0.0;
+    const double sign = turnsLeft ? 1.0 : -1.0;  // of offsets towards the inner side
     const Vector2 from = corner.before * sign;
     const Vector2 to = corner.after * sign;
     const Vector2 sum = from + to;
@@ -46,34 +37,37 @@ double StrokeJoiner::add(const StrokeCorner& corner, base::Array<raster::Point>&
 
     // h sin(phi) = |turn| / h, h tan(phi / 2) = 2 h |turn| / |n0 + n1|^2
     const double extent = std::fabs(turn) * inverseHalfWidth_ * std::max(scale, 1.0);
-    const bool leavesKiteOut = !isReversal && extent < corner.reach;
-    base::Array<raster::Point>& inner = turn >= 0.0 ? left : right;
+    const bool isAlmostStraight = !isReversal && extent <= slack_;
+    const bool leavesKiteOut =
+        !isReversal && extent < corner.reach && (!corner.isBesideCurve || isAlmostStraight);
+    base::Array<raster::Point>& inner = turnsLeft ? left : right;
     if (leavesKiteOut) {
         inner.push(toPoint(corner.vertex + tip));
     } else {
-        addLongForm(corner.vertex, from, to, inner);
+        inner.push(toPoint(corner.vertex + from));
+        inner.push(toPoint(corner.vertex));
+        inner.push(toPoint(corner.vertex + to));
     }
 
-    base::Array<raster::Point>& outer = turn >= 0.0 ? right : left;
-    const bool isRound = corner.isSmooth || style_ == VG_JOIN_ROUND;
-    if (square >= leastTipSquare(isRound)) {
+    base::Array<raster::Point>& outer = turnsLeft ? right : left;
+    const bool isRound = corner.isRound || style_ == VG_JOIN_ROUND;
+    const bool hasTip = square >= leastTipSquare(isRound);
+    const bool isTipAlone = hasTip && (!corner.isBesideCurve || isAlmostStraight);
+    if (!isTipAlone) outer.push(toPoint(corner.vertex - from));
+    if (hasTip) {
         outer.push(toPoint(corner.vertex - tip));
-    } else {
-        addOuter(corner.vertex, from * -1.0, to * -1.0, isRound, outer);
+    } else if (isRound) {
+        const RoundFan::Way way =
+            turnsLeft ? RoundFan::Way::kCounterClockwise : RoundFan::Way::kClockwise;
+        fan_.addTurn(corner.vertex, from * -1.0, to * -1.0, way, outer);
     }
+    if (!isTipAlone) outer.push(toPoint(corner.vertex - to));
     return leavesKiteOut ? extent * sign : 0.0;
 }
 
 double StrokeJoiner::leastTipSquare(bool isRound) const noexcept {
     if (isRound) return roundSquare_;
     return style_ == VG_JOIN_MITER ? miterSquare_ : straightSquare_;
-}
-
-void StrokeJoiner::addOuter(Vector2 vertex, Vector2 from, Vector2 to, bool isRound,
-                            base::Array<raster::Point>& side) noexcept {
-    side.push(toPoint(vertex + from));
-    if (isRound) fan_.addTurn(vertex, from, to, side);
-    side.push(toPoint(vertex + to));
 }
 
 }  // namespace vg

@@ -1,19 +1,42 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 
-#include "base/array.h"
-#include "vg/raster/draw_params.h"
 #include "vg/vector2.h"
 
 namespace vg {
 
-/// A straight piece of what is stroked.
+/// How an edge meets the one before it.
+enum class StrokeJoint : uint8_t {
+    kSmooth,  ///< inside a curve: both have the same direction there
+    kRound,   ///< inside a curve that turns on the spot: rounded whatever the join style is
+    kCorner,  ///< between two segments of the path: joined as the join style says
+};
+
+/// A piece of what is stroked: a line, or a step along a curve that the chord and the curve's own
+/// directions at both ends stand for.
 struct StrokeEdge {
     Vector2 start;
-    Vector2 direction;   ///< of length 1; kept when a dash cuts the edge, however short the rest
-    double length;       ///< above 0
-    bool isSmoothStart;  ///< the start lies inside one flattened curve
+    Vector2 direction;     ///< of length 1, at the start
+    Vector2 endDirection;  ///< of length 1, at the end; `direction` where the edge is straight
+    double length;         ///< of the chord, above 0
+    StrokeJoint joint;     ///< at the start
+    bool isCurved;
+
+    /// The place so far along the chord. `end` is the edge's end.
+    Vector2 pointAt(double distance, Vector2 end) const noexcept {
+        return isCurved ? start + (end - start) * (distance / length)
+                        : start + direction * distance;
+    }
+
+    /// The direction there, of length 1: the directions of the ends, mixed by the distance.
+    Vector2 directionAt(double distance) const noexcept {
+        if (!isCurved) return direction;
+        const Vector2 mixed = direction + (endDirection - direction) * (distance / length);
+        const double mixedLength = lengthOf(mixed);
+        return mixedLength > 0.0 ? mixed * (1.0 / mixedLength) : direction;
+    }
 };
 
 /// Edges to be stroked in one go, owned by whoever made the run.
@@ -25,20 +48,8 @@ struct StrokeRun {
     const StrokeEdge* edges = nullptr;
     int32_t count = 0;
     bool isClosed = false;
-};
 
-/// One contour of a flattened path.
-struct ContourView {
-    const raster::Point* points;
-    const uint8_t* pointFlags;  ///< parallel to points; see FlattenedPath
-    int32_t count;              ///< at least 1
-    bool isClosed;
+    Vector2 endOf(int32_t edge) const noexcept { return edges[edge + 1].start; }
 };
-
-/// Makes the run of a contour, its edges in `edges`. Points that lie no farther than `noise` from
-/// the point before them, in x and in y, make no edge: rounding alone gives such an edge its
-/// direction. A contour without any edge is a dot towards +x. False when memory runs out.
-[[nodiscard]] bool makeRun(const ContourView& contour, double noise, base::Array<StrokeEdge>& edges,
-                           StrokeRun& run) noexcept;
 
 }  // namespace vg

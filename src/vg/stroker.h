@@ -2,8 +2,7 @@
 
 #include "base/array.h"
 #include "vg/dasher.h"
-#include "vg/flattened_path.h"
-#include "vg/raster/draw_params.h"
+#include "vg/outline.h"
 #include "vg/stroke_run.h"
 #include "vg/vg.h"
 
@@ -16,7 +15,7 @@ struct StrokeParams {
     VGint endCap = VG_CAP_BUTT;
     VGint join = VG_JOIN_MITER;
     float miterLengthSquared = 4.0F;  ///< (halfWidth * miter limit)^2
-    float flatness = 0.1F;            ///< r: largest distance of a round part from its circle
+    float flatness = 0.1F;            ///< r: curves and round parts keep to a third of it
     const float* dashes = nullptr;    ///< on, off, on, off...; none negative
     int32_t dashCount = 0;            ///< even; 0: a solid stroke
     float dashTotal = 0.0F;           ///< sum of dashes
@@ -24,47 +23,33 @@ struct StrokeParams {
     bool dashPhaseReset = false;  ///< the phase starts anew at each subpath
 };
 
-/// The outline of a stroke: closed contours to be filled with the non-zero rule.
-struct StrokeOutline {
-    base::Array<raster::Point> points;
-    base::Array<int32_t> contourSizes;
+struct Path;
 
-    raster::Polygon polygon() const noexcept {
-        return {points.data(), points.count(), contourSizes.data(), contourSizes.count()};
-    }
-    void clear() noexcept {
-        points.clear();
-        contourSizes.clear();
-    }
-    void shrinkToFit() noexcept {
-        points.shrinkToFit();
-        contourSizes.shrinkToFit();
-    }
-};
-
-/// Makes outlines of strokes; keeps its work buffers from call to call.
+/// Makes outlines of strokes, to be filled with the non-zero rule; keeps its work buffers from call
+/// to call.
 ///
-/// Every contour runs the same way round what it adds, so that no two of them cancel out. An open
-/// run makes one contour, a closed one two. Nothing is stroked when a point of the path is not
-/// finite, or so large that its outline might not be. Per edge of the path and per dash there are
-/// at most a few points; round parts add at most RoundFan::kMaxPoints.
+/// The stroke of an edge is the area that the width sweeps: for a curve bent within half the width
+/// that goes on beyond its centre. Every contour runs the same way round what it adds, so that no
+/// two of them cancel out. An open run makes one contour, a closed one two, and every step around a
+/// bend within half the width another one. Per edge of the path and per dash there are at most a
+/// few points; round parts add at most RoundFan::kMaxPoints.
 class Stroker {
 public:
     /// Replaces `outline` by the outline of the stroked path. False when memory runs out; the
     /// outline is then empty.
-    [[nodiscard]] bool stroke(const FlattenedPath& path, const StrokeParams& params,
-                              StrokeOutline& outline) noexcept;
+    [[nodiscard]] bool stroke(const Path& path, const StrokeParams& params,
+                              Outline& outline) noexcept;
 
     /// Gives unused memory back.
     void shrinkBuffers() noexcept;
 
 private:
-    bool addContours(const FlattenedPath& path, const StrokeParams& params, double largest,
-                     StrokeOutline& outline) noexcept;
+    bool addRuns(const Path& path, const StrokeParams& params, Outline& outline) noexcept;
 
     Dasher dasher_;
     base::Array<StrokeEdge> edges_;         ///< of the current subpath
     base::Array<raster::Point> rightSide_;  ///< of the current run, from its start to its end
+    base::Array<raster::Point> folds_;      ///< triangles of the current run
 };
 
 }  // namespace vg

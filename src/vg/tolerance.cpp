@@ -13,11 +13,7 @@ void FlatteningTolerance::set(float squaredDistance) noexcept {
     squared = squaredDistance;
     radius = std::sqrt(squared);
     const float fourthRoot = std::sqrt(radius);
-    const float third = radius * 0.33333334F;
-    twiceFourthRoot = 2.0F * fourthRoot;
     threeOverRadius = 3.0F / radius;
-    twiceRootOfThird = 2.0F * std::sqrt(third);
-    twiceCubeRootOfThird = 2.0F * std::pow(third, 0.33333334F);
     sixtyFourRadius = 64.0F * radius;
     minimumSubdivisions = 1 + static_cast<int32_t>(1.0F / (3.0F * std::sqrt(fourthRoot)));
 }

@@ -6,17 +6,14 @@ namespace vg {
 
 /// The flattening tolerance of one draw and the values that curve flattening derives from it.
 ///
-/// A polyline is right when no point of its curve is farther from it than `radius`, in user space.
+/// Polylines stay within a third of `radius` of their curves, in user space (see flatten.h).
 /// All values start at -1, so that the first draw computes them.
 struct FlatteningTolerance {
-    float squared = -1.0F;               ///< t: the squared distance allowed
-    float radius = -1.0F;                ///< r = sqrt(t)
-    float twiceFourthRoot = -1.0F;       ///< 2 t^(1/4): quadratics
-    float threeOverRadius = -1.0F;       ///< 3 / r: cubics
-    float twiceRootOfThird = -1.0F;      ///< 2 sqrt(b), b = r / 3: parabolic steps
-    float twiceCubeRootOfThird = -1.0F;  ///< 2 b^(1/3): inflections
-    float sixtyFourRadius = -1.0F;       ///< 64 r: arcs
-    int32_t minimumSubdivisions = 0;     ///< least number of segments of a curve that needs two
+    float squared = -1.0F;            ///< t: the squared distance allowed
+    float radius = -1.0F;             ///< r = sqrt(t)
+    float threeOverRadius = -1.0F;    ///< 3 / r: cubics
+    float sixtyFourRadius = -1.0F;    ///< 64 r: arcs
+    int32_t minimumSubdivisions = 0;  ///< least number of segments of a curve that needs two
 
     /// Takes over `squaredDistance` and recomputes the rest, unless it is the value kept already.
     void set(float squaredDistance) noexcept;

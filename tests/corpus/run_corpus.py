@@ -15,18 +15,13 @@ import sys
 SKIPPED = 77
 
 # Drawings that need not pass, each with the behaviour that makes it differ.
-FLATNESS = "large curves: polygons may lie 0.158 pixel inside a curve at the default quality"
-HAIRLINES = "strokes about half a pixel wide: corners are rounded to 1/32 pixel"
+HAIRLINES = "strokes of a quarter to half a pixel: the exact area is a third more than drawn there"
+REFERENCE = "the reference leaves the true outline further than we do (24 levels in the mean, we 6)"
 EXCEPTIONS = {
-    "own/grad-shared-two-shapes": FLATNESS,
-    "country-flag-icons/3x2__NC": FLATNESS,
-    "fontawesome/svgs__regular__circle-dot": FLATNESS,
-    "heroicons/24__outline__magnifying-glass-plus": FLATNESS,
-    "tabler/categories__outline__Arrows__rotate": FLATNESS,
-    "tabler/icons__outline__ripple-up": FLATNESS,
+    "tabler/icons__outline__ripple-up": REFERENCE,
+    "heroicons/24__outline__magnifying-glass-plus": "the same: 15 levels in the mean, we 5",
     "flag-icons/4x3__fk": HAIRLINES,
-    "flag-icons/4x3__pt": HAIRLINES,
-    "w3c-svg11/painting-marker-04-f": HAIRLINES + "; the exact area is a third more than drawn there",
+    "w3c-svg11/painting-marker-04-f": HAIRLINES,
     # A focus outside the circle is pulled to its edge, as SVG 1.1 and Tiny 1.2 say; the references
     # draw the cone of SVG 2.
     "resvg/paint-servers__radialGradient__focal-point-correction": "focus outside the circle",

@@ -19,10 +19,16 @@ struct Subpath {
 class TestRun {
 public:
     explicit TestRun(const Subpath& subpath) {
-        const std::vector<uint8_t> flags(subpath.points.size(), 0);
-        const ContourView contour = {subpath.points.data(), flags.data(),
-                                     static_cast<int32_t>(subpath.points.size()), subpath.isClosed};
-        EXPECT_TRUE(makeRun(contour, 0.0, edges_, run_));
+        const size_t count = subpath.points.size();
+        for (size_t i = 0; i < count; ++i) {
+            const raster::Point a = subpath.points[i], b = subpath.points[(i + 1) % count];
+            const Vector2 step = Vector2{b.x, b.y} - Vector2{a.x, a.y};
+            const double length = lengthOf(step);
+            const Vector2 direction = count > 1 ? step * (1.0 / length) : Vector2{1.0, 0.0};
+            edges_.push({{a.x, a.y}, direction, direction, length, StrokeJoint::kCorner, false});
+        }
+        if (subpath.isClosed) edges_.push(edges_[0]);
+        run_ = {edges_.data(), edges_.count() - 1, subpath.isClosed};
     }
     const StrokeRun& get() const { return run_; }
 

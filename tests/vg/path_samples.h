@@ -30,6 +30,16 @@ inline void appendAll(Path& path, const Commands& commands) {
     writer.commit();
 }
 
+/// Cut before every move but the first.
+inline std::vector<Commands> subpathsOf(const Commands& commands) {
+    std::vector<Commands> subpaths;
+    for (const Command& command : commands) {
+        if (command.code == VG_MOVE_TO) subpaths.emplace_back();
+        subpaths.back().push_back(command);
+    }
+    return subpaths;
+}
+
 inline double distance(Vector2 a, Vector2 b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
 inline double distanceToSegment(Vector2 p, Vector2 a, Vector2 b) {

@@ -94,16 +94,17 @@ protected:
                 style.dashes.data());
     }
 
-    void drawLine(const Polyline& line) {
+    void draw(const test::Commands& commands) {
         vgClear(0, 0, kSide, kSide);
         const VGPath path = vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1, 0, 0, 0,
                                          VG_PATH_CAPABILITY_ALL);
         std::vector<float> coordinates;
-        std::vector<VGubyte> segments(line.points.size(), VG_LINE_TO);
-        segments[0] = VG_MOVE_TO;
-        for (const Place& p : line.points) {
-            coordinates.push_back(static_cast<float>(p.x));
-            coordinates.push_back(static_cast<float>(p.y));
+        std::vector<VGubyte> segments;
+        for (const test::Command& command : commands) {
+            segments.push_back(command.code);
+            for (const double value : command.values) {
+                coordinates.push_back(static_cast<float>(value));
+            }
         }
         vgAppendPathData(path, static_cast<VGint>(segments.size()), segments.data(),
                          coordinates.data());
@@ -135,12 +136,12 @@ protected:
     }
 
     void compare(const std::vector<Polyline>& pieces, const StrokeParams& params, const Map& map,
-                 Difference& difference) {
+                 Difference& difference, int samples = 32) {
         const StrokeReference reference(pieces, params);
         for (int y = 0; y < kSide; ++y) {
             for (int x = 0; x < kSide; ++x) {
                 double ideal = coverage(reference, map, x, y, 4);
-                if (ideal > 0.0 && ideal < 1.0) ideal = coverage(reference, map, x, y, 32);
+                if (ideal > 0.0 && ideal < 1.0) ideal = coverage(reference, map, x, y, samples);
                 const double alpha = pixelAt(x, y) >> 24;
                 const double off = alpha - 255.0 * ideal;
                 difference.largest = std::max(difference.largest, std::fabs(off));
@@ -172,7 +173,7 @@ TEST_F(StrokePixels, FollowTheDefinitionUnderEveryMatrix) {
             const double halfWidth = 1.5 / std::sqrt(std::fabs(map.a * map.d - map.b * map.c));
             const Polyline line = wave(0.6 * kSide / scale, halfWidth);
             setStroke(halfWidth, style, map);
-            drawLine(line);
+            draw(commandsOf(line));
             StrokeParams params;
             params.halfWidth = context->stroke.halfWidth;
             params.startCap = params.endCap = style.cap;
@@ -202,12 +203,62 @@ TEST_F(StrokePixels, FollowTheDefinitionUnderEveryMatrix) {
     RecordProperty("round", describe(round));
 }
 
+TEST_F(StrokePixels, FollowCurvesBentWithinTheWidth) {
+    const struct {
+        const char* name;
+        test::Commands commands;
+    } cases[] = {
+        {"half an arc, smaller than the width",
+         {{VG_MOVE_TO, {-3, 1}}, {VG_SCCWARC_TO, {3, 3, 0, 3, 1}}}},
+        {"a dot of two arcs",
+         {{VG_MOVE_TO, {0, 5}},
+          {VG_SCWARC_TO, {5, 5, 0, 0, -5}},
+          {VG_MOVE_TO, {0, 5}},
+          {VG_SCCWARC_TO, {5, 5, 0, 0, -5}}}},
+        {"a closed arc",
+         {{VG_MOVE_TO, {4, 0}}, {VG_LCCWARC_TO, {4, 3, 30, 0, 4}}, {VG_CLOSE_PATH, {}}}},
+        {"a quadratic's hook", {{VG_MOVE_TO, {-12, 8}}, {VG_QUAD_TO, {12, 8, -10, -8}}}},
+        {"a cubic's loop", {{VG_MOVE_TO, {-8, 9}}, {VG_CUBIC_TO, {18, -14, -18, -14, 8, 9}}}},
+        {"a cusp", {{VG_MOVE_TO, {-9, 8}}, {VG_CUBIC_TO, {9, -10, -9, -10, 9, 8}}}},
+        {"a line into an arc",
+         {{VG_MOVE_TO, {-14, 3}},
+          {VG_LINE_TO, {0, 3}},
+          {VG_SCWARC_TO, {3, 3, 0, 0, -3}},
+          {VG_LINE_TO, {-14, -3}}}},
+    };
+    const Style styles[] = {{VG_CAP_BUTT, VG_JOIN_BEVEL, {}},
+                            {VG_CAP_SQUARE, VG_JOIN_BEVEL, {}},
+                            {VG_CAP_ROUND, VG_JOIN_ROUND, {}}};
+    constexpr double kHalfWidth = 7.0;
+    size_t next = 0;
+    for (const auto& c : cases) {
+        for (int i = 0; i < 2; ++i) {
+            const Style& style = styles[next++ % std::size(styles)];
+            SCOPED_TRACE(testing::Message() << c.name << ", cap " << style.cap);
+            setStroke(kHalfWidth, style, kMaps[0]);
+            draw(c.commands);
+            StrokeParams params;
+            params.halfWidth = context->stroke.halfWidth;
+            params.startCap = params.endCap = style.cap;
+            params.join = style.join;
+            std::vector<Polyline> pieces;
+            for (const test::Commands& subpath : test::subpathsOf(c.commands)) {
+                pieces.push_back(finely(subpath, 40));
+            }
+            Difference one;
+            compare(pieces, params, kMaps[0], one, 12);
+            EXPECT_LE(one.largest, 48.0);
+            EXPECT_LE(one.sum / one.pixels, 8.0) << describe(one);
+        }
+    }
+}
+
 TEST_F(StrokePixels, NothingIsDrawnWithoutWidthOrUnderAnEmptyMatrix) {
     const Polyline line = wave(40, 2);
     setStroke(0.0, {VG_CAP_ROUND, VG_JOIN_ROUND, {}}, kMaps[0]);
-    drawLine(line);
+    draw(commandsOf(line));
     setStroke(2.0, {VG_CAP_ROUND, VG_JOIN_ROUND, {}}, {"empty", 0, 0, 0, 0});
-    drawLine(line);
+    draw(commandsOf(line));
     for (int i = 0; i < kSide * kSide; ++i) ASSERT_EQ(surface->pixels[i], 0U);
 }
 

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <vector>
 
-#include "vg/flattened_path.h"
+#include "path_samples.h"
 #include "vg/stroker.h"
 
 namespace vg {
@@ -24,7 +24,7 @@ struct Place {
 inline double length(Place a) { return std::hypot(a.x, a.y); }
 inline Place leftOf(Place a) { return {-a.y, a.x}; }
 
-/// One piece of what is stroked; smooth[i] belongs to points[i].
+/// One piece of what is stroked; smooth[i] belongs to points[i] and says that it lies in a curve.
 struct Polyline {
     std::vector<Place> points;
     std::vector<bool> smooth;
@@ -143,6 +143,9 @@ private:
         const Place v = line.point(i);
         const Place from = leftOf(d0) * (turn > 0.0 ? -h_ : h_);
         const Place to = leftOf(d1) * (turn > 0.0 ? -h_ : h_);
+        if (line.smooth[i]) {  // the normal turns, on the inner side as well
+            shapes_.push_back(ConvexShape::sector(v, from * -1.0, to * -1.0, d1 - d0));
+        }
         if (line.smooth[i] || params_.join == VG_JOIN_ROUND) {
             shapes_.push_back(ConvexShape::sector(v, from, to, d0 - d1));
             return;
@@ -172,15 +175,42 @@ private:
     std::vector<ConvexShape> shapes_;
 };
 
-inline void append(FlattenedPath& path, const Polyline& line) {
-    for (size_t i = 0; i < line.points.size(); ++i) {
-        path.points.push(
-            {static_cast<float>(line.points[i].x), static_cast<float>(line.points[i].y)});
-        path.pointFlags.push(line.smooth.size() > i && line.smooth[i] ? FlattenedPath::kInsideCurve
-                                                                      : uint8_t{0});
+inline test::Commands commandsOf(const Polyline& line) {
+    test::Commands commands;
+    for (const Place& p : line.points) {
+        commands.push_back(
+            {commands.empty() ? uint8_t{VG_MOVE_TO} : uint8_t{VG_LINE_TO}, {p.x, p.y}});
     }
-    path.contourSizes.push(static_cast<int32_t>(line.points.size()));
-    path.contourFlags.push(line.isClosed ? FlattenedPath::kClosed : uint8_t{0});
+    if (line.isClosed) commands.push_back({VG_CLOSE_PATH, {}});
+    return commands;
+}
+
+/// A subpath of curves as very many lines, the first and the last of each curve along its tangent.
+inline Polyline finely(const test::Commands& subpath, int count) {
+    Polyline line;
+    Vector2 at;
+    const auto push = [&](Vector2 p, bool isSmooth) {
+        if (!line.points.empty() && length(line.points.back() - Place{p.x, p.y}) < 1e-9) return;
+        line.points.push_back({p.x, p.y});
+        line.smooth.push_back(isSmooth);
+    };
+    for (const test::Command& command : subpath) {
+        const std::vector<double>& v = command.values;
+        if (command.code == VG_CLOSE_PATH) {
+            line.isClosed = true;
+            continue;
+        }
+        const Vector2 end = {v[v.size() - 2], v[v.size() - 1]};
+        if (command.code >= VG_QUAD_TO) {
+            const std::vector<Vector2> samples = test::sample(at, command, count * 1000);
+            push(samples[1], true);
+            for (int i = 1; i < count; ++i) push(samples[static_cast<size_t>(i) * 1000], true);
+            push(samples[samples.size() - 2], true);
+        }
+        push(end, false);
+        at = end;
+    }
+    return line;
 }
 
 /// Cuts a polyline by going through the pattern step by step; `phase` is carried along.
@@ -234,7 +264,7 @@ inline std::vector<Polyline> cutIntoDashes(const Polyline& line, const std::vect
 }
 
 /// How often the outline goes round a place.
-inline int windingNumber(const StrokeOutline& outline, Place p) {
+inline int windingNumber(const Outline& outline, Place p) {
     int winding = 0;
     int32_t start = 0;
     for (int32_t size : outline.contourSizes) {
