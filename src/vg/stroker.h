@@ -3,7 +3,7 @@
 #include "base/array.h"
 #include "vg/dasher.h"
 #include "vg/flattened_path.h"
-#include "vg/raster/draw_params.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/stroke_run.h"
 #include "vg/vg.h"
 

@@ -3,7 +3,8 @@
 #include "base/array.h"
 #include "vg/engine.h"
 #include "vg/pixel_area.h"
-#include "vg/raster/draw_params.h"
+#include "vg/raster/pending_clear.h"
+#include "vg/raster/pixel_surface.h"
 
 namespace vg {
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "base/array.h"
+#include "vg/raster/cells.h"
 #include "vg/raster/fixed.h"
-#include "vg/raster/row_cells.h"
 
 namespace vg::raster {
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "vg/raster/color_ramp.h"
+#include "vg/raster/gradient_runs.h"
 #include "vg/raster/kernels.h"
 
 namespace vg::raster {

@@ -2,7 +2,7 @@
 
 #include "coverage_row.h"
 #include "vg/raster/active_edges.h"
-#include "vg/raster/draw_params.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/sweep_lines.h"
 #include "vg/raster/sweep_target.h"
 

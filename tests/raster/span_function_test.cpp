@@ -5,7 +5,9 @@
 #include <algorithm>
 
 #include "raster_fixture.h"
+#include "vg/raster/clear_rect.h"
 #include "vg/raster/paint_setup.h"
+#include "vg/raster/pixel_io.h"
 
 namespace vg::raster {
 namespace {

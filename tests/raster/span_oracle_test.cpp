@@ -8,6 +8,7 @@
 
 #include "blend_oracle.h"
 #include "raster_fixture.h"
+#include "vg/raster/color_ramp.h"
 #include "vg/raster/paint_setup.h"
 
 namespace vg::raster {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/array.h"
+
 namespace vg::raster {
 
 bool ActiveEdges::begin(base::Array<RasterEdge>& edges, const SweepLines& lines) noexcept {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "base/array.h"
 #include "vg/raster/edge.h"
 #include "vg/raster/sweep_lines.h"
 

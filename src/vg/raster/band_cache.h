@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "vg/raster/band_list.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/rasterizer.h"
 
 namespace vg::raster {

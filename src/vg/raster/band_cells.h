@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "base/array.h"
+#include "vg/raster/cells.h"
 #include "vg/raster/coverage_ring.h"
 
 namespace vg::raster {

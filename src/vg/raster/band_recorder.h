@@ -1,7 +1,10 @@
 #pragma once
 
+#include "base/array.h"
 #include "vg/raster/active_edges.h"
 #include "vg/raster/band_list.h"
+#include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/sweep_lines.h"
 
 namespace vg::raster {

@@ -3,23 +3,15 @@
 #include <algorithm>
 #include <cstring>
 
+#include "vg/raster/cells.h"
 #include "vg/raster/crossing_samples.h"
+#include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/kernels.h"
 #include "vg/raster/ring_delivery.h"
-#include "vg/raster/row_cells.h"
 
 namespace vg::raster {
 namespace {
-
-constexpr int32_t kGroup = CoverageRing::kGroup;
-static_assert(kGroup == 8);
-
-void touch(const CellView& row, int32_t firstColumn, int32_t lastColumn) noexcept {
-    const int32_t last = lastColumn / kGroup;
-    int32_t group = firstColumn / kGroup;
-    row.touched[group] = 1;
-    while (group < last) row.touched[++group] = 1;
-}
 
 /// Bands on their way into a ring, sixteen at a time, one to a vector lane: boundary i of every
 /// band lies in row i.
@@ -65,7 +57,7 @@ private:
 void addCentre(const CellView& row, int32_t x, uint32_t sign) noexcept {
     const int32_t column = CentreSample::columnOf(x);
     row.cells[column] += kFullCoverage * sign;
-    touch(row, column, column);
+    row.touch(column, column);
 }
 
 /// The row of the first band.
@@ -150,9 +142,9 @@ void addCells(const BandCells& kept, int32_t topRow, int32_t column, Window& win
     for (const BandCells::Group& group : kept.groups) {
         const CellView row = window.row(topRow - group.row);
         const int32_t first = column + group.column;
-        std::memcpy(row.cells + first, cells, kGroup * sizeof(uint32_t));
-        touch(row, first, first + kGroup - 1);
-        cells += kGroup;
+        std::memcpy(row.cells + first, cells, kGroupCells * sizeof(uint32_t));
+        row.touch(first, first + kGroupCells - 1);
+        cells += kGroupCells;
     }
     window.finish();
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "base/array.h"
+#include "vg/raster/band_block.h"
 #include "vg/raster/band_list.h"
 #include "vg/raster/coverage_ring.h"
-#include "vg/raster/live_chain.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/sweep_target.h"
 
 namespace vg::raster {

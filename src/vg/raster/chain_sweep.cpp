@@ -4,7 +4,12 @@
 #include <bit>
 #include <iterator>
 
+#include "vg/raster/band_block.h"
+#include "vg/raster/cells.h"
 #include "vg/raster/crossing_samples.h"
+#include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
+#include "vg/raster/kernels.h"
 #include "vg/raster/ring_delivery.h"
 
 namespace vg::raster {
@@ -22,9 +27,9 @@ uint32_t sampleFractions(Quality quality) noexcept {
 /// The columns of a box, and one that the rounding of crossings may reach. Few columns are taken as
 /// they are, so that they are in fewer groups; of many, groups and pixels begin at the same places.
 ColumnRange columnsOf(const FixedBox& box) noexcept {
-    constexpr int32_t kFew = 3 * CoverageRing::kGroup;
+    constexpr int32_t kFew = 3 * kGroupCells;
     const int32_t left = pixelOf(box.minX), end = pixelOf(box.maxX) + 2;
-    const int32_t first = end - left < kFew ? left : left & ~(CoverageRing::kGroup - 1);
+    const int32_t first = end - left < kFew ? left : left & ~(kGroupCells - 1);
     return {first, end - first};
 }
 

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "base/array.h"
+#include "vg/raster/band_block.h"
 #include "vg/raster/coverage_ring.h"
 #include "vg/raster/dense_bands.h"
 #include "vg/raster/dense_sweep.h"
+#include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/monotone_chains.h"
 #include "vg/raster/sweep_lines.h"
 #include "vg/raster/sweep_target.h"

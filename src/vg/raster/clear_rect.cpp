@@ -1,7 +1,8 @@
+#include "vg/raster/clear_rect.h"
+
 #include <algorithm>
 
 #include "vg/raster/kernels.h"
-#include "vg/raster/rasterizer.h"
 
 namespace vg::raster {
 

@@ -19,7 +19,7 @@ bool CoverageRing::reserve(int32_t columns) noexcept {
     if (stride_ % kCacheAlias == 0) stride_ += kStrideUnit;
     const int32_t count = kSpareCells + kRows * stride_;
     return (count <= cells_.count() || cells_.resizeZeroed(count)) &&
-           (count / kGroup <= touched_.count() || touched_.resizeZeroed(count / kGroup));
+           (count / kGroupCells <= touched_.count() || touched_.resizeZeroed(count / kGroupCells));
 }
 
 }  // namespace vg::raster

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "vg/raster/fixed.h"
-#include "vg/raster/kernels.h"
+#include "base/array.h"
+#include "vg/raster/cells.h"
 
 namespace vg::raster {
 
@@ -17,21 +17,20 @@ namespace vg::raster {
 class CoverageRing {
 public:
     static constexpr int32_t kRows = 16;  ///< a block of 16 bands reaches no more
-    static constexpr int32_t kGroup = 8;
-
     /// Makes room for rows of `columns` columns. False when memory runs out.
     [[nodiscard]] bool reserve(int32_t columns) noexcept;
 
     int32_t rowStart(int32_t row) const noexcept { return (row & (kRows - 1)) * stride_; }
     int32_t stride() const noexcept { return stride_; }
-    int32_t groupCount() const noexcept { return stride_ / kGroup; }
+    int32_t groupCount() const noexcept { return stride_ / kGroupCells; }
     /// With spare cells in front of row 0.
     CellView view() noexcept {
-        return {cells_.data() + kSpareCells, touched_.data() + kSpareCells / kGroup, -kSpareCells};
+        return {cells_.data() + kSpareCells, touched_.data() + kSpareCells / kGroupCells,
+                -kSpareCells};
     }
     CellView row(int32_t row) noexcept {
         const CellView all = view();
-        return {all.cells + rowStart(row), all.touched + rowStart(row) / kGroup};
+        return {all.cells + rowStart(row), all.touched + rowStart(row) / kGroupCells};
     }
 
 private:

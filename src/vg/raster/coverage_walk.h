@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "vg/raster/row_cells.h"
+#include "vg/raster/cells.h"
+#include "vg/raster/kernels.h"
 
 namespace vg::raster {
 
@@ -70,8 +71,6 @@ public:
     bool advance(Piece& piece) noexcept;
 
 private:
-    static constexpr int32_t kGroup = 8;
-
     bool findGroups() noexcept;
     void takeRun(Piece& piece) noexcept;
     void takeGroups(Piece& piece) noexcept;
@@ -110,7 +109,7 @@ private:
     const int32_t first = std::countr_zero(groups_);
     groupCount_ = std::countr_one(groups_ >> first);
     groups_ &= ~0U << (first + groupCount_);
-    cell_ = (nextWord_ - 8 + first) * kGroup;
+    cell_ = (nextWord_ - 8 + first) * kGroupCells;
     runEnd_ = std::min(row_.originColumn + cell_, width_);
     if (coverageOf(sum_) == 0) done_ = runEnd_;
     return true;
@@ -130,7 +129,7 @@ private:
 }
 
 [[gnu::always_inline]] inline void CoverageWalk::takeGroups(Piece& piece) noexcept {
-    const int32_t count = groupCount_ * kGroup;
+    const int32_t count = groupCount_ * kGroupCells;
     sum_ = kernels().takeCoverage(row_.view.cells + cell_, count, sum_, coverage_);
     groupCount_ = 0;
     piece = {done_, std::min(done_ + count, width_), nullptr};

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "vg/raster/cells.h"
+#include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
+#include "vg/raster/kernels.h"
 #include "vg/raster/trapezoid.h"
 
 namespace vg::raster {
@@ -191,10 +195,7 @@ void DenseBands::addWideBoundary(int32_t top, int32_t bottom, bool isLeft,
     const auto height = static_cast<uint32_t>(band.height);
     isLeft ? addTrapezoid(cells, top, bottom, height)
            : subtractTrapezoid(cells, top, bottom, height);
-    for (int32_t group = (band.rowStart + left) >> 3; group <= (band.rowStart + right + 1) >> 3;
-         ++group) {
-        band.cells.touched[group] = 1;
-    }
+    band.cells.touch(band.rowStart + left, band.rowStart + right + 1);
 }
 
 /// Adds what the columns have summed up to the cells.
@@ -213,8 +214,7 @@ void DenseBands::addSums(const Band& band) noexcept {
         const int32_t cell = band.rowStart + column;
         band.cells.cells[cell] += (boundaries * height << 25) - rest;
         band.cells.cells[cell + 1] += rest;
-        band.cells.touched[cell >> 3] = 1;
-        band.cells.touched[(cell + 1) >> 3] = 1;
+        band.cells.touch(cell, cell + 1);
     }
 }
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "base/array.h"
+#include "vg/raster/band_block.h"
+#include "vg/raster/cells.h"
 #include "vg/raster/coverage_ring.h"
-#include "vg/raster/live_chain.h"
+#include "vg/raster/dense_columns.h"
+#include "vg/raster/geometry/polygon.h"
 
 namespace vg::raster {
 

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+#include "vg/raster/chain_edge.h"
+#include "vg/raster/dense_columns.h"
+#include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/kernels.h"
 #include "vg/raster/ring_delivery.h"
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "base/array.h"
+#include "vg/raster/chain_edge.h"
 #include "vg/raster/coverage_ring.h"
 #include "vg/raster/dense_bands.h"
+#include "vg/raster/dense_columns.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/monotone_chains.h"
 #include "vg/raster/sweep_target.h"
 

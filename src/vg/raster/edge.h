@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/array.h"
 #include "vg/raster/fixed.h"
 
 namespace vg::raster {

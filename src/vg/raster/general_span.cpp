@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "vg/raster/cells.h"
+#include "vg/raster/pixel_surface.h"
 #include "vg/raster/span_blend.h"
 #include "vg/raster/span_sources.h"
 #include "vg/raster/span_surfaces.h"

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "vg/raster/color_ramp.h"
-
 namespace vg::raster {
+
+struct ColorRamp;
 
 enum class PaintKind : uint8_t {
     kColor,

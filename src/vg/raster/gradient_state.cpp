@@ -1,5 +1,6 @@
 #include "vg/raster/gradient_state.h"
 
+#include "vg/raster/color_ramp.h"
 #include "vg/raster/conical_angles.h"
 
 namespace vg::raster {

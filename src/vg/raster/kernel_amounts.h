@@ -14,8 +14,9 @@
 //
 // Every lane adds four cells at its own place with one 16-byte addition.
 
+#include "vg/raster/band_block.h"
+#include "vg/raster/cells.h"
 #include "vg/raster/fixed.h"
-#include "vg/raster/kernels.h"
 #include "vg/raster/lanes.h"
 #include "vg/raster/trapezoid.h"
 
@@ -90,9 +91,7 @@ inline void addWide(int32_t left, int32_t right, int32_t height, int32_t rowStar
     uint32_t* const cells = view.cells + rowStart;
     if (height > 0) addTrapezoid(cells, left, right, static_cast<uint32_t>(height));
     if (height < 0) subtractTrapezoid(cells, left, right, static_cast<uint32_t>(-height));
-    const int32_t firstGroup = (rowStart + (left >> kSubpixelBits)) >> 3;
-    const int32_t lastGroup = (rowStart + (right >> kSubpixelBits) + 1) >> 3;
-    for (int32_t group = firstGroup; group <= lastGroup; ++group) view.touched[group] = 1;
+    view.touch(rowStart + pixelOf(left), rowStart + pixelOf(right) + 1);
 }
 
 inline void addWideLanes(const I32s& left, const I32s& right, const I32s& height, uint32_t laneBits,

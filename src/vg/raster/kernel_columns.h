@@ -7,9 +7,11 @@
 #include <iterator>
 #include <utility>
 
-#include "vg/raster/draw_params.h"
+#include "vg/raster/cells.h"
+#include "vg/raster/dense_columns.h"
+#include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/kernel_order.h"
-#include "vg/raster/kernels.h"
 #include "vg/raster/lane_scans.h"
 #include "vg/raster/lanes.h"
 #include "vg/raster/trapezoid.h"
@@ -101,13 +103,6 @@ struct BandCells {
     CellView view;
 };
 
-inline void touchColumns(int32_t first, int32_t last, const BandCells& band) noexcept {
-    const int32_t lastGroup = (band.rowStart + last) >> 3;
-    for (int32_t group = (band.rowStart + first) >> 3; group <= lastGroup; ++group) {
-        band.view.touched[group] = 1;
-    }
-}
-
 /// floor(2^19 / d) for edges that reach no further than the next column.
 constexpr auto kNearReciprocals = [] {
     std::array<uint32_t, 2 * kSubpixels> table{};
@@ -124,7 +119,7 @@ inline void addLeaving(int32_t top, int32_t bottom, int32_t sign, const BandCell
         const auto height = static_cast<uint32_t>(band.height);
         sign > 0 ? addTrapezoid(cells, top, bottom, height)
                  : subtractTrapezoid(cells, top, bottom, height);
-        return touchColumns(column, (right >> kSubpixelBits) + 1, band);
+        return band.view.touch(band.rowStart + column, band.rowStart + pixelOf(right) + 1);
     }
     const auto h = static_cast<uint32_t>(band.height * sign);
     const uint32_t s = kNearReciprocals[static_cast<uint32_t>(right - left)] * h;
@@ -134,8 +129,7 @@ inline void addLeaving(int32_t top, int32_t bottom, int32_t sign, const BandCell
     cells[column] += first;
     cells[column + 1] += (h << 25) - first - last;
     cells[column + 2] += last;
-    band.view.touched[(band.rowStart + column) >> 3] = 1;
-    band.view.touched[(band.rowStart + column + 2) >> 3] = 1;
+    band.view.touch(band.rowStart + column, band.rowStart + column + 2);
 }
 
 /// Boundaries that leave their columns, put by until there are many: few columns have more than a
@@ -317,8 +311,7 @@ inline void takeColumn(const DenseColumns& holes, int32_t column, FromLeft& left
     const int32_t cell = band.rowStart + column;
     band.view.cells[cell] += (boundaries << 25) - rest;
     band.view.cells[cell + 1] += rest;
-    band.view.touched[cell >> 3] = 1;
-    band.view.touched[(cell + 1) >> 3] = 1;
+    band.view.touch(cell, cell + 1);
 }
 
 QUOR_LANES_INLINE bool isEmptyColumn(const uint8_t* counts) noexcept {

@@ -10,18 +10,16 @@
 
 #include <bit>
 
+#include "vg/raster/cells.h"
 #include "vg/raster/kernels.h"
 #include "vg/raster/lane_scans.h"
 #include "vg/raster/lanes.h"
 #include "vg/raster/pixel_lanes.h"
-#include "vg/raster/row_cells.h"
 
 namespace vg::raster {
 namespace {
 
 static_assert(std::endian::native == std::endian::little, "pixels and the map are read as bytes");
-
-constexpr int32_t kGroup = 8;
 
 // The pixels of a vector are worked on as two vectors with 16 bits for each channel: `low` holds
 // channels 0 and 2, `high` 1 and 3.
@@ -175,11 +173,11 @@ QUOR_LANES_INLINE void compositeRow(const Paint& paint, const FlatRow& row,
         if (touched == 0) continue;
         store<uint64_t>(row.touched + base, 0);
         for (; touched != 0; touched &= touched - 1) {
-            const int32_t group = (base + (__builtin_ctzll(touched) >> 3)) * kGroup;
+            const int32_t group = (base + (__builtin_ctzll(touched) >> 3)) * kGroupCells;
             if (group != column) {
                 blendRun(paint, row.pixels + column, group - column, coverageOf(sum[0]));
             }
-            for (column = group; column < group + kGroup; column += kWords) {
+            for (column = group; column < group + kGroupCells; column += kWords) {
                 sum = blendCells(paint, row, column, sum);
             }
         }
@@ -192,10 +190,10 @@ void composite(const FlatRows& rows) noexcept {
     const Paint paint(rows.color);
     for (int32_t y = rows.top; y >= rows.bottom; --y) {
         const int32_t start = (y & rows.ringMask) * rows.stride;
-        const FlatRow row = {rows.ring.cells + start, rows.ring.touched + start / kGroup,
+        const FlatRow row = {rows.ring.cells + start, rows.ring.touched + start / kGroupCells,
                              rows.pixels + static_cast<int64_t>(rows.top - y) * rows.pitch,
                              rows.width, y >= kRowsBelow ? kRowsBelow * rows.pitch : 0};
-        compositeRow(paint, row, rows.stride / kGroup);
+        compositeRow(paint, row, rows.stride / kGroupCells);
     }
 }
 

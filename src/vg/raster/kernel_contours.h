@@ -4,7 +4,8 @@
 
 #include <algorithm>
 
-#include "vg/raster/kernels.h"
+#include "vg/raster/chain_edge.h"
+#include "vg/raster/fixed.h"
 #include "vg/raster/lanes.h"
 
 namespace vg::raster {
@@ -71,10 +72,10 @@ inline int32_t bandBelow(const uint32_t* rowBits, const int32_t* rowIndices, int
 }
 
 /// Copies the points with the last one before the first, and looks up their bands.
-inline void openContour(const FixedPoint* points, int32_t count, const SweepLines& lines,
+inline void openContour(const FixedPoint* points, int32_t count, const LineIndex& lines,
                         FixedPoint* stepPoints, int32_t* stepBands) noexcept {
-    const uint32_t* const rowBits = lines.rowBits();
-    const int32_t* const rowIndices = lines.rowIndices();
+    const uint32_t* const rowBits = lines.rowBits;
+    const int32_t* const rowIndices = lines.rowIndices;
     std::copy_n(points, count, stepPoints + 1);
     for (int32_t i = 0; i < count; ++i) {
         stepBands[i + 1] = bandBelow(rowBits, rowIndices, points[i].y);
@@ -106,7 +107,7 @@ QUOR_LANES_INLINE void makeSomeEdges(const FixedPoint* points, const int32_t* ba
     directions.flat |= bitsOf(toBand == fromBand) << bit;
 }
 
-void makeEdges(const FixedPoint* points, int32_t count, const SweepLines& lines, int32_t originX,
+void makeEdges(const FixedPoint* points, int32_t count, const LineIndex& lines, int32_t originX,
                const ContourSteps& steps, ChainEdge* edges) noexcept {
     constexpr int32_t kBits = EdgeDirections::kCount;
     openContour(points, count, lines, steps.points, steps.bands);

@@ -2,8 +2,9 @@
 
 // Kernels: the x of chains at sixteen bands.
 
+#include "vg/raster/band_block.h"
+#include "vg/raster/chain_edge.h"
 #include "vg/raster/lanes.h"
-#include "vg/raster/live_chain.h"
 
 namespace vg::raster {
 namespace {

@@ -2,9 +2,9 @@
 
 // Kernels: the order of edges within sixteen bands, and the fill rule over it.
 
-#include "vg/raster/draw_params.h"
+#include "vg/raster/band_block.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/lanes.h"
-#include "vg/raster/live_chain.h"
 
 namespace vg::raster {
 namespace {

@@ -2,20 +2,24 @@
 
 #include <cstdint>
 
-#include "vg/raster/dense_columns.h"
-#include "vg/raster/draw_params.h"
-#include "vg/raster/gradient_runs.h"
-#include "vg/raster/live_chain.h"
-#include "vg/raster/ramp_run.h"
+#include "vg/raster/cells.h"
+#include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
 
 namespace vg::raster {
 
-/// Differences of coverage and what has been touched of them (see coverage_ring.h).
-struct CellView {
-    uint32_t* cells;
-    uint8_t* touched;   ///< entry i is 1 when one of cells 8 i .. 8 i + 7 may not be zero
-    int32_t spare = 0;  ///< the first of 64 cells that stay zero, whatever the map says of them
-};
+struct BandBlock;
+struct BoundaryRow;
+struct ChainEdge;
+struct ContourSteps;
+struct DenseColumns;
+struct DenseEdges;
+struct LineIndex;
+struct LinearRun;
+struct LiveChain;
+struct RadialRun;
+struct RampOptions;
+struct RampRun;
 
 /// Rows of a ring of cells to be composited in a flat colour, from the top down.
 struct FlatRows {
@@ -37,7 +41,7 @@ struct Kernels {
 
     /// Edge i of a contour joins points i - 1 and i (0: the last and the first). Fills `steps`,
     /// which has to have room for the contour, and up to ChainEdge::kSlack edges more.
-    void (*makeEdges)(const FixedPoint* points, int32_t count, const SweepLines& lines,
+    void (*makeEdges)(const FixedPoint* points, int32_t count, const LineIndex& lines,
                       int32_t originX, const ContourSteps& steps, ChainEdge* edges) noexcept;
 
     /// Fills the lanes of chains from their lane `first`, and sets `last`.

@@ -15,7 +15,7 @@ bool MonotoneChains::build(const FixedPolygon& polygon, const SweepLines& lines,
     int32_t first = 0;
     for (const int32_t size : polygon.contourSizes) {
         if (size == 0) continue;
-        kernels().makeEdges(polygon.points.data() + first, size, lines, originX, steps,
+        kernels().makeEdges(polygon.points.data() + first, size, lines.index(), originX, steps,
                             edges_.data() + first);
         splitContour(first, size);
         first += size;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "vg/raster/draw_params.h"
 #include "vg/raster/kernels.h"
 
 namespace vg::raster {

@@ -3,10 +3,9 @@
 #include <cstdint>
 
 #include "vg/raster/fixed.h"
+#include "vg/raster/pixel_surface.h"
 
 namespace vg::raster {
-
-struct PixelSurface;
 
 /// A clear of a whole surface that is put off: a row is cleared just before something is drawn on
 /// it. Large surfaces do not fit the cache, so that a clear in one go fetches and writes back all
@@ -43,5 +42,15 @@ private:
     int32_t count_ = 0;  ///< pending rows
     uint32_t pixel_ = 0;
 };
+
+/// Must come before drawing on the rows bottom <= y <= top.
+inline void finishClear(const PixelSurface& surface, int32_t bottom, int32_t top) noexcept {
+    if (surface.pendingClear != nullptr) surface.pendingClear->finishRows(surface, bottom, top);
+}
+
+/// The same for a row that is wholly overwritten.
+inline void forgetClear(const PixelSurface& surface, int32_t y) noexcept {
+    if (surface.pendingClear != nullptr) surface.pendingClear->forgetRow(y);
+}
 
 }  // namespace vg::raster

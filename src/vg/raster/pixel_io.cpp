@@ -5,7 +5,6 @@
 #include <type_traits>
 
 #include "vg/raster/color_space_tables.h"
-#include "vg/raster/rasterizer.h"
 
 namespace vg::raster {
 namespace {
@@ -131,6 +130,20 @@ uint32_t convertColor(uint32_t color, int32_t fromFlags, int32_t toFlags) noexce
             changeSpace(color, (toFlags & kLinear) != 0 ? kStandardToLinear : kLinearToStandard);
     }
     return shallBePremultiplied && !isPremultiplied ? premultiply(color) : color;
+}
+
+uint32_t packPlain(const float rgba[4]) noexcept {
+    const auto channel = [&](int i) {
+        return static_cast<uint32_t>(clampUnit(rgba[i]) * 255.0F + 0.5F);
+    };
+    return channel(3) << 24 | channel(0) << 16 | channel(1) << 8 | channel(2);
+}
+
+uint32_t packPremultiplied(const float rgba[4]) noexcept {
+    const float alpha = clampUnit(rgba[3]);
+    const float product[4] = {clampUnit(rgba[0]) * alpha, clampUnit(rgba[1]) * alpha,
+                              clampUnit(rgba[2]) * alpha, alpha};
+    return packPlain(product);
 }
 
 uint32_t packFloatColor(const float rgba[4], const PixelFormatDescriptor& format) noexcept {

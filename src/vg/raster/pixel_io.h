@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -124,6 +125,14 @@ uint32_t unpremultiply(uint32_t color) noexcept;
 /// Carries a colour from one format's space and premultiplication to another's; takes the flags
 /// of both. The space is changed of colours that are not premultiplied.
 uint32_t convertColor(uint32_t color, int32_t fromFlags, int32_t toFlags) noexcept;
+
+inline float clampUnit(float value) noexcept { return std::clamp(value, 0.0F, 1.0F); }
+
+/// A colour given as red, green, blue, alpha: clamped to 0..1, times 255 plus 0.5, truncated.
+uint32_t packPlain(const float rgba[4]) noexcept;
+
+/// The same, premultiplied in float before it is rounded.
+uint32_t packPremultiplied(const float rgba[4]) noexcept;
 
 /// The packed pixel of a colour given as red, green, blue, alpha in sRGB, not premultiplied.
 /// Components are clamped to 0..1 and must not be NaN.

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "vg/raster/draw_params.h"
+#include "base/array.h"
 #include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
 
 namespace vg::raster {
 

@@ -3,7 +3,10 @@
 #include <algorithm>
 
 #include "vg/raster/aligned_rectangle.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/paint_setup.h"
+#include "vg/raster/pending_clear.h"
+#include "vg/raster/pixel_surface.h"
 
 namespace vg::raster {
 
@@ -19,7 +22,7 @@ void fillAlignedRectangle(const SweepTarget& target, const PixelRect& rect,
     const PixelSurface& surface = target.surface;
     const bool overwrites = overwritesRows(target, rect);
     for (int32_t y = rect.y0; y < rect.y1; ++y) {
-        overwrites ? surface.forgetClear(y) : surface.finishClear(y, y);
+        overwrites ? forgetClear(surface, y) : finishClear(surface, y, y);
         run(surface, target.span, y, rect.x0, rect.x1);
     }
 }

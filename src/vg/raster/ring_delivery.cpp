@@ -1,6 +1,9 @@
 #include "vg/raster/ring_delivery.h"
 
 #include "vg/raster/gradient_paints.h"
+#include "vg/raster/kernels.h"
+#include "vg/raster/pending_clear.h"
+#include "vg/raster/pixel_surface.h"
 
 namespace vg::raster {
 
@@ -11,7 +14,7 @@ int32_t originFor(const SweepTarget& target, int32_t firstColumn) noexcept {
 void deliverRows(CoverageRing& ring, int32_t originColumn, int32_t top, int32_t bottom,
                  SweepTarget& target) noexcept {
     if (top < bottom) return;
-    target.surface.finishClear(bottom, top);
+    finishClear(target.surface, bottom, top);
     if (target.flat == FlatBlend::kNone) {
         for (int32_t y = top; y >= bottom; --y) {
             target.function(target.surface, target.span, y,

@@ -5,9 +5,11 @@
 #include <type_traits>
 
 #include "vg/raster/blend_modes.h"
+#include "vg/raster/cells.h"
 #include "vg/raster/coverage_walk.h"
 #include "vg/raster/kernels.h"
 #include "vg/raster/pixel_lanes.h"
+#include "vg/raster/pixel_surface.h"
 #include "vg/raster/span_function.h"
 
 namespace vg::raster {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "vg/raster/active_edges.h"
-#include "vg/raster/draw_params.h"
+#include "vg/raster/geometry/polygon.h"
 
 namespace vg::raster {
 

@@ -2,9 +2,11 @@
 
 #include <cstdint>
 
-#include "vg/raster/draw_params.h"
+#include "vg/raster/cells.h"
+#include "vg/raster/gradient_params.h"
 #include "vg/raster/gradient_state.h"
-#include "vg/raster/row_cells.h"
+#include "vg/raster/pixel_surface.h"
+#include "vg/raster/texture_params.h"
 #include "vg/raster/texture_state.h"
 
 namespace vg::raster {

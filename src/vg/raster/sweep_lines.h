@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "base/array.h"
+#include "vg/raster/chain_edge.h"
 #include "vg/raster/fixed.h"
 
 namespace vg::raster {
@@ -29,11 +31,8 @@ public:
     const uint16_t* heights() const noexcept { return heights_.data(); }
     static constexpr int32_t kPadding = 48;
 
-    /// By pixel row: bit 31 - f is set for a line at fraction f, so that lower bits are higher
-    /// lines. For kernels that look up many heights.
-    const uint32_t* rowBits() const noexcept { return lines_; }
-    /// By pixel row: the index of the first line of that row or below.
-    const int32_t* rowIndices() const noexcept { return firstIndex_; }
+    /// For kernels that look up many heights.
+    LineIndex index() const noexcept { return {lines_, firstIndex_}; }
 
     /// The index of the highest line at or below `y`. Precondition: there is one.
     int32_t indexAtOrBelow(int32_t y) const noexcept;

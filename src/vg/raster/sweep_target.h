@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vg/raster/draw_params.h"
+#include "vg/raster/pixel_surface.h"
 #include "vg/raster/span_function.h"
 
 namespace vg::raster {

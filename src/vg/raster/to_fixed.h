@@ -1,5 +1,8 @@
 #pragma once
 
+#include "base/array.h"
+#include "vg/raster/fixed.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/polygon_clip.h"
 
 namespace vg::raster {
