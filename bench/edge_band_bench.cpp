@@ -8,10 +8,10 @@
 #include <random>
 #include <vector>
 
-#include "vg/raster/chain_sweep.h"
-#include "vg/raster/span_selection.h"
-#include "vg/raster/sweep_lines.h"
-#include "vg/raster/to_fixed.h"
+#include "vg/raster/geometry/to_fixed.h"
+#include "vg/raster/span/span_selection.h"
+#include "vg/raster/sweep/chain_sweep.h"
+#include "vg/raster/sweep/sweep_lines.h"
 
 namespace vg::raster {
 namespace {

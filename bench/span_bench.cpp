@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "vg/raster/coverage_ring.h"
-#include "vg/raster/span_selection.h"
+#include "vg/raster/coverage/coverage_ring.h"
+#include "vg/raster/span/span_selection.h"
 
 namespace vg::raster {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "vg/context.h"
 #include "vg/raster/clear_rect.h"
-#include "vg/raster/pixel_io.h"
+#include "vg/raster/pixels/pixel_io.h"
 #include "vg/scissored_fill.h"
 #include "vg/surface.h"
 #include "vg/vg.h"

@@ -4,7 +4,7 @@
 
 #include "base/array.h"
 #include "vg/raster/geometry/polygon.h"
-#include "vg/raster/pixel_format.h"
+#include "vg/raster/pixels/pixel_format.h"
 
 namespace vg {
 

@@ -3,8 +3,8 @@
 #include "base/array.h"
 #include "vg/engine.h"
 #include "vg/pixel_area.h"
-#include "vg/raster/pending_clear.h"
-#include "vg/raster/pixel_surface.h"
+#include "vg/raster/pixels/pixel_surface.h"
+#include "vg/raster/span/pending_clear.h"
 
 namespace vg {
 

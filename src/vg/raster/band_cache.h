@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "vg/raster/band_list.h"
 #include "vg/raster/geometry/polygon.h"
 #include "vg/raster/rasterizer.h"
+#include "vg/raster/replay/band_list.h"
 
 namespace vg::raster {
 

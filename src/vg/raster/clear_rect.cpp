@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "vg/raster/kernels.h"
+#include "vg/raster/kernels/kernels.h"
 
 namespace vg::raster {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "vg/raster/geometry/polygon.h"
-#include "vg/raster/pixel_surface.h"
+#include "vg/raster/pixels/pixel_surface.h"
 
 namespace vg::raster {
 

@@ -1,12 +1,12 @@
 #include "vg/raster/paint_setup.h"
 
-#include "vg/raster/blend_modes.h"
-#include "vg/raster/color_ramp.h"
-#include "vg/raster/general_span.h"
-#include "vg/raster/linear_curve.h"
-#include "vg/raster/pixel_format.h"
-#include "vg/raster/pixel_io.h"
-#include "vg/raster/span_selection.h"
+#include "vg/raster/paint/color_ramp.h"
+#include "vg/raster/pixels/blend_modes.h"
+#include "vg/raster/pixels/linear_curve.h"
+#include "vg/raster/pixels/pixel_format.h"
+#include "vg/raster/pixels/pixel_io.h"
+#include "vg/raster/span/general_span.h"
+#include "vg/raster/span/span_selection.h"
 
 namespace vg::raster {
 namespace {

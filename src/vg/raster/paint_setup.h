@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "vg/raster/draw_params.h"
-#include "vg/raster/span_function.h"
+#include "vg/raster/fill_params.h"
+#include "vg/raster/span/span_function.h"
 
 namespace vg::raster {
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "vg/raster/aligned_rectangle.h"
+#include "vg/raster/geometry/aligned_rectangle.h"
 #include "vg/raster/geometry/polygon.h"
 #include "vg/raster/paint_setup.h"
-#include "vg/raster/pending_clear.h"
-#include "vg/raster/pixel_surface.h"
+#include "vg/raster/pixels/pixel_surface.h"
+#include "vg/raster/span/pending_clear.h"
 
 namespace vg::raster {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "vg/raster/band_recorder.h"
-#include "vg/raster/band_replay.h"
-#include "vg/raster/chain_sweep.h"
-#include "vg/raster/draw_params.h"
-#include "vg/raster/fixed.h"
-#include "vg/raster/to_fixed.h"
+#include "vg/raster/fill_params.h"
+#include "vg/raster/geometry/fixed.h"
+#include "vg/raster/geometry/to_fixed.h"
+#include "vg/raster/replay/band_recorder.h"
+#include "vg/raster/replay/band_replay.h"
+#include "vg/raster/sweep/chain_sweep.h"
 
 namespace vg::raster {
 
