@@ -12,7 +12,6 @@
 
 #include "vg/raster/coverage/cells.h"
 #include "vg/raster/kernels/kernels.h"
-#include "vg/raster/kernels/lane_scans.h"
 #include "vg/raster/kernels/lanes.h"
 #include "vg/raster/pixels/pixel_lanes.h"
 

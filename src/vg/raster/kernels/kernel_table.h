@@ -3,13 +3,11 @@
 // pulls in has internal linkage, so that levels cannot mix.
 
 #include "vg/raster/kernels/kernel_amounts.h"
-#include "vg/raster/kernels/kernel_columns.h"
 #include "vg/raster/kernels/kernel_composite.h"
 #include "vg/raster/kernels/kernel_contours.h"
 #include "vg/raster/kernels/kernel_edges.h"
 #include "vg/raster/kernels/kernel_gradient.h"
 #include "vg/raster/kernels/kernel_mix.h"
-#include "vg/raster/kernels/kernel_neighbours.h"
 #include "vg/raster/kernels/kernel_order.h"
 #include "vg/raster/kernels/kernel_ramp.h"
 #include "vg/raster/kernels/kernels.h"
@@ -17,29 +15,26 @@
 namespace vg::raster {
 
 constexpr Kernels QUOR_KERNELS = {
-    &boxOf,
-    &makeEdges,
-    &evaluate,
-    &standUpright,
-    &proveOrder,
-    &orderLanes,
-    &resolveLanes,
-    &addChains,
-    &addRows,
-    &passBand,
-    &addColumns,
-    &exchangeNeighbours,
-    &composite<FlatSource>,
-    &composite<FlatSourceOver>,
-    &run<FlatSource>,
-    &run<FlatSourceOver>,
-    &linearPixels,
-    &radialPixels,
-    &takeCoverage,
-    &sourceOver,
-    &rampPixels,
-    &mixSource,
-    &mixSourceOver,
+    .boxOf = &boxOf,
+    .makeEdges = &makeEdges,
+    .evaluate = &evaluate,
+    .standUpright = &standUpright,
+    .proveOrder = &proveOrder,
+    .orderLanes = &orderLanes,
+    .resolveLanes = &resolveLanes,
+    .addChains = &addChains,
+    .addRows = &addRows,
+    .compositeSource = &composite<FlatSource>,
+    .compositeSourceOver = &composite<FlatSourceOver>,
+    .runSource = &run<FlatSource>,
+    .runSourceOver = &run<FlatSourceOver>,
+    .linearPixels = &linearPixels,
+    .radialPixels = &radialPixels,
+    .takeCoverage = &takeCoverage,
+    .sourceOver = &sourceOver,
+    .rampPixels = &rampPixels,
+    .mixSource = &mixSource,
+    .mixSourceOver = &mixSourceOver,
 };
 
 }  // namespace vg::raster

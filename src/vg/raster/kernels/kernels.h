@@ -12,8 +12,6 @@ struct BandBlock;
 struct BoundaryRow;
 struct ChainEdge;
 struct ContourSteps;
-struct DenseColumns;
-struct DenseEdges;
 struct LineIndex;
 struct LinearRun;
 struct LiveChain;
@@ -67,17 +65,6 @@ struct Kernels {
                       const CellView& cells) noexcept;
     void (*addRows)(const BoundaryRow* rows, int32_t count, const BandBlock& block,
                     const CellView& cells) noexcept;
-
-    /// Moves very many edges down over a band. False when an edge goes too far to the side for a
-    /// key; the keys then mean nothing.
-    bool (*passBand)(const DenseEdges& edges, int32_t height) noexcept;
-
-    /// Empties the pigeonholes of a band into cells: those of column 0 are from rowStart on.
-    void (*addColumns)(const DenseColumns& holes, FillRule rule, int32_t height, int32_t rowStart,
-                       const CellView& view) noexcept;
-
-    /// One step of sorting keys; false when they are in order.
-    bool (*exchangeNeighbours)(uint32_t* keys, int32_t count) noexcept;
 
     void (*compositeSource)(const FlatRows& rows) noexcept;
     void (*compositeSourceOver)(const FlatRows& rows) noexcept;

@@ -194,4 +194,28 @@ QUOR_LANES_INLINE F32s larger(F32s a, F32s b) noexcept {
 }
 #endif
 
+/// The inclusive prefix sum: adds to each lane all those before it, in log2(lanes) steps (Hillis
+/// and Steele, "Data parallel algorithms", 1986).
+QUOR_LANES_INLINE U32s runningSums(U32s v) noexcept {
+#if defined(__AVX2__)
+    v += (U32s)_mm256_slli_si256((__m256i)v, 4);  // each half by itself
+    v += (U32s)_mm256_slli_si256((__m256i)v, 8);
+    const __m256i lasts = _mm256_shuffle_epi32((__m256i)v, 0xFF);
+    return v + (U32s)_mm256_permute2x128_si256(lasts, lasts, 0x08);  // the lower one to the upper
+#else
+    constexpr U32s kZero = {};
+    v += __builtin_shufflevector(v, kZero, 4, 0, 1, 2);
+    return v + __builtin_shufflevector(v, kZero, 4, 4, 0, 1);
+#endif
+}
+
+/// The last lane in every lane.
+QUOR_LANES_INLINE U32s lastLane(U32s v) noexcept {
+#if defined(__AVX2__)
+    return __builtin_shufflevector(v, v, 7, 7, 7, 7, 7, 7, 7, 7);
+#else
+    return __builtin_shufflevector(v, v, 3, 3, 3, 3);
+#endif
+}
+
 }  // namespace vg::raster

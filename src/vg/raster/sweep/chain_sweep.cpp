@@ -62,11 +62,7 @@ bool ChainSweep::run(const FixedPolygon& polygon, FillRule rule, Quality quality
     if (bandCount_ < 1) return true;
     if (!prepare(polygon, box, target)) return false;
     if (chains_.count() == 0) return true;
-    if (isNoise_) {
-        noise_.run(chains_, rule, lines_, dense_, ring_, originColumn_, target);
-    } else {
-        runBlocks(rule, target);
-    }
+    runBlocks(rule, target);
     return true;
 }
 
@@ -103,13 +99,9 @@ bool ChainSweep::prepare(const FixedPolygon& polygon, const FixedBox& box,
     originColumn_ = originFor(target, columns.first);
     columns.count += columns.first - originColumn_;
     denseCount_ = denseCountFor(columns.count);
-    if (!ring_.reserve(columns.count) ||
-        !chains_.build(polygon, lines_, originColumn_ * kSubpixels) ||
-        !dense_.reserve(chains_.largestBlock(), columns.count)) {
-        return false;
-    }
-    isNoise_ = isExact() && DenseSweep::isFor(chains_.largestBlock(), columns.count);
-    return isNoise_ ? noise_.reserve(chains_, bandCount_, columns.count) : reserveSlots();
+    return ring_.reserve(columns.count) &&
+           chains_.build(polygon, lines_, originColumn_ * kSubpixels) &&
+           dense_.reserve(chains_.largestBlock(), columns.count) && reserveSlots();
 }
 
 bool ChainSweep::reserveSlots() noexcept {
@@ -230,7 +222,6 @@ void ChainSweep::shrinkToFit() noexcept {
     lines_.shrinkToFit();
     chains_.shrinkToFit();
     dense_.shrinkToFit();
-    noise_.shrinkToFit();
     slots_.truncate(std::min(slots_.count(), chains_.largestBlock()));
     slots_.shrinkToFit();
     fresh_.shrinkToFit();

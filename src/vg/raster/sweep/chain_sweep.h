@@ -6,7 +6,6 @@
 #include "vg/raster/geometry/fixed.h"
 #include "vg/raster/geometry/polygon.h"
 #include "vg/raster/sweep/dense_bands.h"
-#include "vg/raster/sweep/dense_sweep.h"
 #include "vg/raster/sweep/monotone_chains.h"
 #include "vg/raster/sweep/sweep_lines.h"
 #include "vg/raster/sweep/sweep_target.h"
@@ -30,8 +29,7 @@ namespace vg::raster {
 ///
 /// Where the proof fails (edges cross, end at the same place in the wrong order, or were filed
 /// wrongly) the block is ordered lane by lane; with very many edges each band is sorted for itself
-/// (see DenseBands). Polygons that are noise all over are left to DenseSweep. The pixels do not
-/// depend on which road a block takes.
+/// (see DenseBands). The pixels do not depend on which road a block takes.
 class ChainSweep {
 public:
     /// False when memory runs out; the target may then be drawn on in part.
@@ -66,8 +64,6 @@ private:
     MonotoneChains chains_;
     CoverageRing ring_;
     DenseBands dense_;
-    DenseSweep noise_;
-    bool isNoise_ = false;
     BandBlock block_ = {};
     base::Array<LiveChain> slots_;
     base::Array<LiveChain*> free_;   ///< slots that hold no chain

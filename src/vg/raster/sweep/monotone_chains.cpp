@@ -80,10 +80,6 @@ void MonotoneChains::addChain(const Chain& chain) noexcept {
     starts_[block] |= start;
 }
 
-bool MonotoneChains::startsAt(int32_t band) const noexcept {
-    return (startsIn(band / kBlockBands) >> band % kBlockBands & 1) != 0;
-}
-
 void MonotoneChains::countBlocks() noexcept {
     largestBlock_ = 0;
     int32_t alive = 0;

@@ -35,8 +35,6 @@ public:
     /// Bit l is set when chains start at band l of a block.
     uint32_t startsIn(int32_t block) const noexcept { return starts_[block]; }
 
-    bool startsAt(int32_t band) const noexcept;
-
     /// Head of the list of chains that start at a band. Precondition: there are some.
     int32_t firstAt(int32_t band) const noexcept { return firstAt_[band]; }
 
