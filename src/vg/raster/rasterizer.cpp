@@ -1,9 +1,8 @@
 #include "vg/raster/rasterizer.h"
 
-#include <algorithm>
-
 #include "vg/raster/geometry/aligned_rectangle.h"
 #include "vg/raster/geometry/polygon.h"
+#include "vg/raster/kernels/kernels.h"
 #include "vg/raster/paint_setup.h"
 #include "vg/raster/pixels/pixel_surface.h"
 #include "vg/raster/span/pending_clear.h"
@@ -37,14 +36,10 @@ SpanFunctions setupTarget(const FillParams& params, SweepTarget& target) noexcep
 }
 
 bool isWithin(const FixedPolygon& polygon, int32_t maxWidth, int32_t maxHeight) noexcept {
-    int32_t minX = kMaxCoordinate, minY = kMaxCoordinate, maxX = 0, maxY = 0;
-    for (const FixedPoint& point : polygon.points) {
-        minX = std::min<int32_t>(minX, point.x);
-        minY = std::min<int32_t>(minY, point.y);
-        maxX = std::max<int32_t>(maxX, point.x);
-        maxY = std::max<int32_t>(maxY, point.y);
-    }
-    return maxX - minX <= maxWidth * kSubpixels && maxY - minY <= maxHeight * kSubpixels;
+    if (polygon.points.isEmpty()) return true;
+    const FixedBox box = kernels().boxOf(polygon.points.data(), polygon.points.count());
+    return box.maxX - box.minX <= maxWidth * kSubpixels &&
+           box.maxY - box.minY <= maxHeight * kSubpixels;
 }
 
 /// The box of a rectangle along pixel borders; startY is its top or the centre of its top row.

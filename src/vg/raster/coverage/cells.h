@@ -12,6 +12,12 @@ namespace vg::raster {
 /// Coverage of a whole pixel.
 inline constexpr uint32_t kFullCoverage = 0x40000000;
 
+/// Coverage 0..256 of a prefix sum. Truncation can push a sum slightly out of its range.
+[[gnu::always_inline]] constexpr uint32_t coverageOf(uint32_t sum) noexcept {
+    const auto level = static_cast<int32_t>(sum) >> 22;
+    return static_cast<uint32_t>(level < 0 ? 0 : level > 256 ? 256 : level);
+}
+
 /// Cells that share one dirty flag.
 inline constexpr int32_t kGroupBits = 3;
 inline constexpr int32_t kGroupCells = 1 << kGroupBits;

@@ -80,13 +80,8 @@ QUOR_LANES_INLINE U32s mixPixels(const Paint& paint, U32s pixels, U32s coverage)
 }
 
 /// Coverage 0..256 of running sums.
-QUOR_LANES_INLINE U32s coverageOf(U32s sums) noexcept {
+QUOR_LANES_INLINE U32s coverageOfLanes(U32s sums) noexcept {
     return (U32s)smaller(larger((I32s)sums >> 22, I32s{}), I32s{} + 256);
-}
-
-QUOR_LANES_INLINE uint32_t coverageOf(uint32_t sum) noexcept {
-    const auto level = static_cast<int32_t>(sum) >> 22;
-    return static_cast<uint32_t>(level < 0 ? 0 : level > 256 ? 256 : level);
 }
 
 /// `count` (a whole number of vectors) pixels of equal coverage.
@@ -151,7 +146,7 @@ QUOR_LANES_INLINE U32s blendCells(const Paint& paint, const FlatRow& row, int32_
     uint32_t* const cells = row.cells + column;
     const U32s sums = runningSums(load<U32s>(cells)) + carry;
     store(cells, U32s{});
-    const U32s coverage = coverageOf(sums);
+    const U32s coverage = coverageOfLanes(sums);
     uint32_t* const pixels = row.pixels + column;
     fetchBelow(row, column);
     if (column + kWords <= row.width) {

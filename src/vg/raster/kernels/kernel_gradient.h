@@ -11,12 +11,6 @@
 namespace vg::raster {
 namespace {
 
-#if defined(__AVX2__)
-constexpr I32s kLaneNumbers = {0, 1, 2, 3, 4, 5, 6, 7};
-#else
-constexpr I32s kLaneNumbers = {0, 1, 2, 3};
-#endif
-
 /// Stores pixelsAt(i), a vector that begins at pixel i, for all of `count` pixels. The last one
 /// reaches back over some that the one before it has.
 template <class PixelsAt>

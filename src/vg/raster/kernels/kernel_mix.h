@@ -14,7 +14,7 @@ uint32_t takeCoverage(uint32_t* cells, int32_t count, uint32_t sum, uint32_t* co
     for (int32_t i = 0; i < count; i += kWords) {
         const U32s sums = runningSums(load<U32s>(cells + i)) + carry;
         store(cells + i, U32s{});
-        store(coverage + i, coverageOf(sums));
+        store(coverage + i, coverageOfLanes(sums));
         carry = lastLane(sums);
     }
     return carry[0];

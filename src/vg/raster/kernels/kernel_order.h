@@ -12,12 +12,12 @@ namespace {
 // A vector holds some or all of the sixteen lanes; `start` is the first of them. Lanes have
 // nothing to do with each other.
 
-constexpr int16_t kLaneIndices[kBlockBands] = {0, 1, 2,  3,  4,  5,  6,  7,
+constexpr int16_t kBandNumbers[kBlockBands] = {0, 1, 2,  3,  4,  5,  6,  7,
                                                8, 9, 10, 11, 12, 13, 14, 15};
 
 /// All ones in the lanes that are the chain's own.
 QUOR_LANES_INLINE I16s lanesOf(const LiveChain& chain, int32_t start) noexcept {
-    const auto index = load<I16s>(kLaneIndices + start);
+    const auto index = load<I16s>(kBandNumbers + start);
     return (index >= static_cast<int16_t>(chain.first)) &
            (index < static_cast<int16_t>(chain.last));
 }

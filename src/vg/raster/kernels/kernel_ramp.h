@@ -3,8 +3,8 @@
 // Kernels: the entries of a colour ramp between two stops, a vector of them at a time, from their
 // place between the stops to pixels.
 
+#include "vg/raster/kernels/gradient_runs.h"
 #include "vg/raster/kernels/lanes.h"
-#include "vg/raster/kernels/ramp_run.h"
 #include "vg/raster/pixels/linear_curve.h"
 
 namespace vg::raster {
@@ -13,14 +13,12 @@ namespace {
 constexpr int kColorChannels = 3;
 constexpr int kAlpha = 3;
 
-constexpr float kRampLanes[] = {0, 1, 2, 3, 4, 5, 6, 7};
-
 /// Between 0 and 1. What is not a number becomes 0.
 QUOR_LANES_INLINE F32s unit(F32s c) noexcept { return smaller(larger(c, F32s{}), F32s{} + 1.0F); }
 
 /// How far the entries from `entry` on are on the way between the stops.
 QUOR_LANES_INLINE F32s fractionsOf(const RampRun& run, int32_t entry) noexcept {
-    const F32s entries = load<F32s>(kRampLanes) + static_cast<float>(entry);
+    const F32s entries = __builtin_convertvector(kLaneNumbers + entry, F32s);
     return (entries * run.span / kLastRampEntry - run.offset) / run.distance;
 }
 

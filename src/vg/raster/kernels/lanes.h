@@ -42,6 +42,12 @@ using I16Half = int16_t __attribute__((vector_size(kVectorBytes / 2)));
 using U32x2 = uint32_t __attribute__((vector_size(8)));
 using U32x4 = uint32_t __attribute__((vector_size(16)));
 
+#if defined(__AVX2__)
+constexpr I32s kLaneNumbers = {0, 1, 2, 3, 4, 5, 6, 7};
+#else
+constexpr I32s kLaneNumbers = {0, 1, 2, 3};
+#endif
+
 template <class V>
 QUOR_LANES_INLINE V load(const void* memory) noexcept {
     V v;

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "vg/raster/kernels/ramp_run.h"
+#include "vg/raster/kernels/gradient_runs.h"
 
 namespace vg::raster {
 

@@ -9,15 +9,15 @@ namespace {
 
 constexpr int32_t kFullTurn = 1 << 18;
 
-using AngleTable = std::array<int32_t, kAngleCells * kAngleCells>;
+using AngleTable = std::array<int32_t, kAngleSteps * kAngleSteps>;
 
 AngleTable computeAngles() noexcept {
     AngleTable angles{};
-    for (int32_t row = 0; row < kAngleCells; ++row) {
-        for (int32_t column = 0; column < kAngleCells; ++column) {
+    for (int32_t row = 0; row < kAngleSteps; ++row) {
+        for (int32_t column = 0; column < kAngleSteps; ++column) {
             const double angle = std::atan2(row / 31.5 - 1.0, column / 31.5 - 1.0);
             const long turns = std::lround(angle / (2.0 * std::numbers::pi) * kFullTurn);
-            angles[static_cast<size_t>(row * kAngleCells + column)] =
+            angles[static_cast<size_t>(row * kAngleSteps + column)] =
                 static_cast<int32_t>(turns & (kFullTurn - 1));
         }
     }

@@ -4,7 +4,7 @@
 
 #include "base/array.h"
 #include "vg/raster/geometry/polygon.h"
-#include "vg/raster/replay/band_cells.h"
+#include "vg/raster/replay/recorded_cells.h"
 
 namespace vg::raster {
 
@@ -47,7 +47,7 @@ struct BandList {
     /// The path is a rectangle along pixel borders, and the box of all bands is that rectangle.
     bool isAlignedRectangle = false;
 
-    BandCells cells;  ///< made by the replays
+    RecordedCells cells;  ///< made by the replays
 
     int32_t bandCount() const noexcept { return bands.count(); }
 

@@ -137,9 +137,9 @@ void addCentres(const BandList& list, const BandShift& shift, Window& window) no
 
 /// Puts the cells of a list into an empty ring, their column 0 at `column`.
 template <class Window>
-void addCells(const BandCells& kept, int32_t topRow, int32_t column, Window& window) noexcept {
+void addCells(const RecordedCells& kept, int32_t topRow, int32_t column, Window& window) noexcept {
     const uint32_t* cells = kept.cells.data();
-    for (const BandCells::Group& group : kept.groups) {
+    for (const RecordedCells::Group& group : kept.groups) {
         const CellView row = window.row(topRow - group.row);
         const int32_t first = column + group.column;
         std::memcpy(row.cells + first, cells, kGroupCells * sizeof(uint32_t));
@@ -193,7 +193,7 @@ bool BandReplayer::replayBands(BandList& list, Quality quality, const BandShift&
 
 /// Makes the cells for a place within the pixel that comes a second time in a row.
 bool BandReplayer::hasCells(BandList& list, Quality quality, int32_t phase) noexcept {
-    BandCells& cells = list.cells;
+    RecordedCells& cells = list.cells;
     if (cells.phase == phase) return true;
     const bool isRepeated = cells.lastPhase == phase;
     cells.lastPhase = phase;
@@ -201,7 +201,7 @@ bool BandReplayer::hasCells(BandList& list, Quality quality, int32_t phase) noex
 }
 
 bool BandReplayer::makeCells(BandList& list, Quality quality, int32_t phase) noexcept {
-    BandCells& cells = list.cells;
+    RecordedCells& cells = list.cells;
     cells.clear();
     cells.lastPhase = phase;
     bool isKept = true;

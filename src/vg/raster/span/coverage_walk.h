@@ -10,11 +10,6 @@
 
 namespace vg::raster {
 
-/// Coverage 0..256 of a running sum. Truncation can push a sum slightly out of its range.
-inline uint32_t coverageOf(uint32_t sum) noexcept {
-    return static_cast<uint32_t>(std::clamp(static_cast<int32_t>(sum) >> 22, 0, 256));
-}
-
 /// Group i of eight as bit i, from their entries in the map, which are 0 or 1; clears those.
 inline uint32_t takeTouched(uint8_t* touched) noexcept {
     static_assert(std::endian::native == std::endian::little, "words of the map are read as bytes");

@@ -102,7 +102,7 @@ private:
         const Chunk line = chunk;  // a copy, since `out` might hide it from the compiler
         for (int32_t i = 0; i < count; ++i) {
             const auto at = static_cast<float>(k + i);
-            out[i] = static_cast<uint32_t>(cellOf(line.u.at(at), line.v.at(at)));
+            out[i] = static_cast<uint32_t>(entryOf(line.u.at(at), line.v.at(at)));
         }
         for (int32_t i = 0; i < count; ++i) {
             const auto angle = static_cast<double>(state.angles[out[i]]);
@@ -110,17 +110,17 @@ private:
         }
     }
 
-    /// The cell of the table for the direction (u, v); the middle for none.
-    static int32_t cellOf(float u, float v) noexcept {
+    /// The entry of the table for the direction (u, v); the middle for none.
+    static int32_t entryOf(float u, float v) noexcept {
         const float scale = fastInverseSqrt(u * u + v * v);
-        return cellAlong(v * scale) * kAngleCells + cellAlong(u * scale);
+        return stepAlong(v * scale) * kAngleSteps + stepAlong(u * scale);
     }
 
     /// Row or column of a coordinate in -1..1, which the estimate may slightly leave.
-    static int32_t cellAlong(float coordinate) noexcept {
-        constexpr float kLast = kAngleCells - 1;
-        const float cell = (coordinate + 1.0F) * kAngleScale;
-        const float raised = cell > 0.0F ? cell : 0.0F;
+    static int32_t stepAlong(float coordinate) noexcept {
+        constexpr float kLast = kAngleSteps - 1;
+        const float step = (coordinate + 1.0F) * kAngleScale;
+        const float raised = step > 0.0F ? step : 0.0F;
         return static_cast<int32_t>(raised < kLast ? raised : kLast);
     }
 };

@@ -16,7 +16,8 @@ public:
     [[nodiscard]] bool reserve(int32_t width) noexcept {
         const int32_t count = (width + kSlackCells + 63) & ~63;  // whole words of the map
         return (count <= cells_.count() || cells_.resizeZeroed(count)) &&
-               (count / kGroup <= touched_.count() || touched_.resizeZeroed(count / kGroup));
+               (count / kGroupCells <= touched_.count() ||
+                touched_.resizeZeroed(count / kGroupCells));
     }
 
     void add(int32_t column, uint32_t change) noexcept { cells_.data()[column] += change; }
@@ -28,13 +29,10 @@ public:
     /// Marks the columns that an edge between two x values in 1/32 pixel, in any order, changes.
     void touch(int32_t x0, int32_t x1) noexcept {
         const auto [left, right] = std::minmax(x0, x1);
-        for (int32_t group = pixelOf(left) / kGroup; group <= (pixelOf(right) + 1) / kGroup;) {
-            touched_.data()[group++] = 1;
-        }
+        view().view.touch(pixelOf(left), pixelOf(right) + 1);
     }
 
 private:
-    static constexpr int32_t kGroup = 8;
     static constexpr int32_t kSlackCells = 16;
 
     base::Array<uint32_t> cells_;

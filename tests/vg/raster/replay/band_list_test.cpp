@@ -62,13 +62,13 @@ Picture replay(BandList& list, Quality quality, float x, float y) {
     std::vector<Picture> pictures;
     for (const FlatBlend flat : {FlatBlend::kNone, FlatBlend::kSourceOver}) {
         list.cells.clear();
-        list.cells.lastPhase = BandCells::kNoPhase;
+        list.cells.lastPhase = RecordedCells::kNoPhase;
         for (const bool fromCells : {false, true}) {
             pictures.emplace_back(kWidth, kHeight, 0xFF336699);
             SweepTarget target = targetFor(pictures.back());
             target.flat = flat;
             EXPECT_TRUE(replayer.replayBands(list, quality, shift, target));
-            EXPECT_EQ(list.cells.phase != BandCells::kNoPhase, fromCells && list.nonEmpty);
+            EXPECT_EQ(list.cells.phase != RecordedCells::kNoPhase, fromCells && list.nonEmpty);
             EXPECT_EQ(pictures.back().pixels, pictures[0].pixels);
         }
     }
@@ -135,7 +135,7 @@ TEST(BandList, ManyCellsAreNotKept) {
         Picture replayed(kSide, kSide);
         params.surface = replayed.surface();
         ASSERT_TRUE(rasterizer.replay(params, list, list.shiftTo(0.0F, 0.0F)));
-        EXPECT_EQ(list.cells.phase, BandCells::kNoPhase);
+        EXPECT_EQ(list.cells.phase, RecordedCells::kNoPhase);
         EXPECT_TRUE(list.cells.areTooMany);
         EXPECT_TRUE(swept.pixels == replayed.pixels);
     }

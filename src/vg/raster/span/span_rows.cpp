@@ -1,3 +1,5 @@
+// Instantiates the span functions of the five paints on premultiplied surfaces.
+
 #include "vg/raster/span/span_row.h"
 
 namespace vg::raster {
@@ -14,5 +16,9 @@ constexpr SpanRow colorSpans() noexcept {
 }  // namespace
 
 constinit const SpanRow kColorSpans = colorSpans();
+constinit const SpanRow kLinearSpans = spanRow<LinearPaint>(BlendColumns{});
+constinit const SpanRow kRadialSpans = spanRow<RadialPaint>(BlendColumns{});
+constinit const SpanRow kPatternSpans = spanRow<PatternPaint>(BlendColumns{});
+constinit const SpanRow kConicalSpans = spanRow<ConicalPaint>(BlendColumns{});
 
 }  // namespace vg::raster

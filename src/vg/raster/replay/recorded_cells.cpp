@@ -1,10 +1,10 @@
-#include "vg/raster/replay/band_cells.h"
+#include "vg/raster/replay/recorded_cells.h"
 
 #include <cstring>
 
 namespace vg::raster {
 
-bool BandCells::takeRow(const CellView& view, int32_t groupCount, int32_t row) noexcept {
+bool RecordedCells::takeRow(const CellView& view, int32_t groupCount, int32_t row) noexcept {
     bool isKept = true;
     for (int32_t group = 0; group < groupCount; ++group) {
         if (view.touched[group] == 0) continue;

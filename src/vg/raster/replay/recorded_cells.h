@@ -13,7 +13,7 @@ namespace vg::raster {
 ///
 /// Only groups of eight cells that edges touched are kept, row after row from the top, from left to
 /// right. Column 0 is the leftmost that the list reaches, row 0 its top row, downwards.
-struct BandCells {
+struct RecordedCells {
     static constexpr int32_t kNoPhase = -1;
 
     /// Lists with more groups are not kept: 64 KiB of cells.
