@@ -1,3 +1,6 @@
+// From the parameters of a fill to its span functions: the source is made ready in the form and
+// colour space of the surface, then the functions are selected.
+
 #include "vg/raster/paint_setup.h"
 
 #include "vg/raster/paint/color_ramp.h"

@@ -1,4 +1,8 @@
+// The road of one fill: setup, transform and clip, then rectangle, sweep or replay.
+
 #include "vg/raster/rasterizer.h"
+
+#include <cassert>
 
 #include "vg/raster/geometry/aligned_rectangle.h"
 #include "vg/raster/geometry/polygon.h"
@@ -82,6 +86,7 @@ RecordResult Rasterizer::record(const FillParams& params, const BandCacheRules& 
 }
 
 bool Rasterizer::replay(const FillParams& params, BandList& list, const BandShift& shift) noexcept {
+    assert(!list.nonEmpty || list.fits(shift, params.clip));
     SweepTarget target;
     const SpanFunctions functions = setupTarget(params, target);
     if (functions.span == nullptr) return true;

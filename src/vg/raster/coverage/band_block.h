@@ -9,7 +9,7 @@ struct ChainEdge;
 /// Bands that are worked on at once, one to a vector lane.
 inline constexpr int32_t kBlockBands = 16;
 
-/// Lanes past the block that vectors may reach.
+/// Lanes past the block that vector loads and stores may reach.
 inline constexpr int32_t kLaneSlack = 8;
 
 /// Sixteen consecutive bands of the exact sweep, from the top down: band l lies between y[l] and
@@ -23,8 +23,9 @@ struct BandBlock {
 
 /// A chain that crosses the current block, with its ends in each of the block's bands.
 ///
-/// Only lanes first <= l < last are the chain's own: the others hold anything. Edges are
-/// evaluated a vector at a time; the next one overwrites what was too much.
+/// Only lanes first <= l < last are the chain's own; the others are unspecified. Edges are
+/// evaluated a whole vector at a time: what an edge writes past its last band, the next edge
+/// overwrites.
 struct LiveChain {
     static constexpr int32_t kRoom = kBlockBands + 1 + kLaneSlack;
 

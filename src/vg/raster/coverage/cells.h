@@ -5,9 +5,10 @@
 namespace vg::raster {
 
 // Cells: the accumulation buffer of the sweep. A cell holds the change of coverage from the column
-// before it to its own, so that a prefix sum over the cells of a pixel row is the coverage of its
-// columns. Arithmetic wraps at 2^32: single cells may hold anything, but prefix sums lie in
-// [0, kFullCoverage] up to truncation, because the spans of a band never overlap.
+// before it to its own, so that the prefix sum over the cells of a pixel row is the coverage of its
+// columns (a difference array). Arithmetic wraps at 2^32: single cells may hold anything, but
+// prefix sums lie in [0, kFullCoverage] up to truncation, because the spans of a band never
+// overlap.
 
 /// Coverage of a whole pixel.
 inline constexpr uint32_t kFullCoverage = 0x40000000;

@@ -1,3 +1,5 @@
+// Lays out the ring: rows of whole words of dirty flags, not a multiple of 4 KiB apart.
+
 #include "vg/raster/coverage/coverage_ring.h"
 
 namespace vg::raster {

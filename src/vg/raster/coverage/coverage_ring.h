@@ -5,15 +5,15 @@
 
 namespace vg::raster {
 
-/// The changes of coverage of the pixel rows that one block of bands can reach.
+/// The accumulation buffer (cells.h) of the pixel rows that one block of bands can reach: a ring of
+/// sixteen rows.
 ///
 ///   row & 15    cells 0 .. stride - 1, column `originColumn` of the surface first
-///      0        |.......|.......|.......|        a group of 8 cells has one entry in the map of
-///      1        |.......|.......|.......|        what was touched: who draws a row looks
-///     ...                                        nowhere else
+///      0        |.......|.......|.......|        a group of 8 cells has one dirty flag; readers
+///      1        |.......|.......|.......|        skip groups whose flag is 0
+///     ...
 ///
-/// Units      kFullCoverage is one covered pixel; arithmetic wraps at 2^32 (see row_cells.h).
-/// Invariant  all cells and the map are zero between draws: whoever reads a row clears it.
+/// Invariant  all cells and flags are zero between draws: whoever reads a row clears it.
 class CoverageRing {
 public:
     static constexpr int32_t kRows = 16;  ///< a block of 16 bands reaches no more

@@ -1,10 +1,15 @@
 #include "vg/raster/coverage/trapezoid.h"
 
 #include <array>
+#include <cassert>
 #include <utility>
 
 #include "vg/raster/geometry/fixed.h"
 
+// The exact area that one edge covers in each column that it passes, as differences from column to
+// column: the accumulation buffer of signed areas (R. Levien, "Inside the fastest font renderer in
+// the world", 2016), here in integers.
+//
 // An edge from x_a to x_b (x_a <= x_b) over a band of height h covers, to its right, a trapezoid
 // in every column that it passes. With s = h 2^19 / (x_b - x_a), the triangle in its first column
 // is (32 - f_a)^2 s, and the columns after it follow by the same squares.
@@ -17,7 +22,8 @@
 //     ----+---------\-+-----------+------
 //                    x_b
 //
-// Cells hold differences from column to column; 2^30 is one pixel. Unsigned arithmetic wraps.
+// 2^30 is one pixel. Unsigned arithmetic wraps. Divisions truncate; what they leave over goes to
+// the last column but one, so that the amounts of an edge always sum to h 2^25.
 
 namespace vg::raster {
 namespace {
@@ -98,6 +104,7 @@ void accumulateManyColumns(uint32_t* cell, uint32_t fa, uint32_t fb, uint32_t n,
 
 template <class Sign>
 void accumulate(uint32_t* cells, int32_t xa, int32_t xb, uint32_t height) noexcept {
+    assert(xa >= 0 && xb >= 0 && 1 <= height && height <= kSubpixels);
     if (xa > xb) std::swap(xa, xb);
     uint32_t* cell = cells + pixelOf(xa);
     const auto fa = static_cast<uint32_t>(fractionOf(xa));

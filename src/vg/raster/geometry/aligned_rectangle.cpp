@@ -1,3 +1,5 @@
+// Recognises rectangles by their four corners, so that they need no sweep.
+
 #include "vg/raster/geometry/aligned_rectangle.h"
 
 #include <algorithm>

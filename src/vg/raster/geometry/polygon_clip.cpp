@@ -1,3 +1,5 @@
+// Sutherland and Hodgman's clip, in doubles, one half-plane after the other.
+
 #include "vg/raster/geometry/polygon_clip.h"
 
 #include <cmath>

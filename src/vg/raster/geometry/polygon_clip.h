@@ -17,8 +17,8 @@ struct ExactPoint {
 };
 
 /// Cuts contours at the borders of a rectangle, one border after the other (Sutherland and
-/// Hodgman, "Reentrant polygon clipping", 1974). The parts cut off are replaced by edges along the
-/// border, so winding numbers inside the rectangle stay as they are.
+/// Hodgman, "Reentrant polygon clipping", 1974). The parts cut off become edges along the
+/// border, so winding numbers inside the rectangle do not change.
 class PolygonClipper {
 public:
     /// Appends the clipped contour to `clipped` unless nothing is left of it. Points in 1/32

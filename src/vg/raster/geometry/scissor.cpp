@@ -1,3 +1,7 @@
+// A sweep over the rectangles' bottoms and tops: between two of them, a prefix sum of how many
+// rectangles begin and end at each column gives the covered stretches (Klee's measure problem, by
+// Bentley's plane sweep, 1977).
+
 #include "vg/raster/geometry/scissor.h"
 
 #include <algorithm>

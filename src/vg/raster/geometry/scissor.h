@@ -57,7 +57,7 @@ private:
     base::Array<ScissorRect> rects_;
     base::Array<Border> borders_;
     base::Array<int32_t> changes_;  ///< by column: how many rectangles begin less those that end
-    int32_t slabBelow_ = 0;         ///< where in rects_ the latest slab begins
+    int32_t slabBelow_ = 0;         ///< index in rects_ of the latest slab's first rectangle
 };
 
 }  // namespace vg::raster

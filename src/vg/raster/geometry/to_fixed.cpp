@@ -1,3 +1,6 @@
+// Transforms in floats, a point at a time without a branch; only when a point lies outside are the
+// contours clipped one by one.
+
 #include "vg/raster/geometry/to_fixed.h"
 
 #include <algorithm>
@@ -5,8 +8,8 @@
 namespace vg::raster {
 namespace {
 
-/// Added to a float in 0..2^22, it leaves no room for a fraction: the sum is rounded to the
-/// nearest integer, ties to even.
+/// Rounding by the exponent: added to a float in 0..2^22, it leaves no bits for a fraction, so the
+/// sum is rounded to the nearest integer, ties to even, whatever the compiler's instructions.
 constexpr float kRoundingBias = 8388608.0F;  // 2^23
 
 uint16_t roundToFixed(float coordinate) noexcept {
@@ -100,7 +103,7 @@ bool FixedTransform::clipContours(const Polygon& polygon, const ClipLimits& limi
     const Point* contour = scaled_.data();
     for (int32_t i = 0; i < polygon.contourCount; ++i) {
         const int32_t size = polygon.contourSizes[i];
-        // A contour that lies wholly on one outer side winds around nothing inside.
+        // Trivial rejection: a contour wholly beyond one border winds around nothing inside.
         const bool mayTouch =
             size > 0 && (!areFinite(contour, size) || extentOf(contour, size).touches(limits));
         if (mayTouch && !clipper_.clipContour(contour, size, limits, fixed)) return false;

@@ -12,8 +12,8 @@ enum class Spread : int32_t { kPad = 0x1C00, kRepeat = 0x1C01, kReflect = 0x1C02
 // All inline, since files of different vector levels use them.
 //
 // entry<kOneBits>() takes a fixed-point parameter, 1.0 being 2^kOneBits, and conicalEntry() a count
-// of entries that goes on rising from repeat to repeat. kIsPeriodic: the low kOneBits + 1 bits of
-// the parameter tell the entry.
+// of entries that goes on rising from repeat to repeat. kIsPeriodic: the entry depends on the low
+// kOneBits + 1 bits of the parameter alone.
 
 struct SpreadPad {
     static constexpr bool kIsPeriodic = false;

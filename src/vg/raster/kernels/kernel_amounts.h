@@ -23,7 +23,7 @@
 namespace vg::raster {
 namespace {
 
-/// Where the lanes that count for nothing add, from the view's spare cells on.
+/// Offsets from the view's spare cells at which lanes of height 0 add their zeros.
 constexpr int32_t kSpareCells[] = {0, 8, 16, 24, 32, 40, 48, 56};
 
 /// Where each lane adds.
@@ -33,8 +33,8 @@ struct Places {
     int32_t lastGroup[kWords];  ///< of the last cell that may not be zero
 };
 
-/// Lanes of 32 bits multiplied as far as their low 16 bits reach: cheaper, and enough for small
-/// numbers and for products that lose more bits than that.
+/// The low 16 bits of products of 32-bit lanes by 16-bit multiplications: cheaper, and enough where
+/// the product fits them or is shifted left by 16 and more.
 QUOR_LANES_INLINE U32s smallProduct(U32s a, U32s b) noexcept { return (U32s)((U16s)a * (U16s)b); }
 
 /// The two cells of each lane for edges within one column.
@@ -71,7 +71,7 @@ QUOR_LANES_INLINE void amountsInThreeColumns(I32s left, I32s right, I32s height,
                     ~(U32s)(isOne | isTwo) & last, lanes);
 }
 
-/// Adds as many cells for each lane as a Cells has. Not a branch depends on the edges.
+/// Scatter with addition: each lane adds the cells of one Cells vector at its place. Branchless.
 template <class Cells>
 QUOR_LANES_INLINE void scatter(const void* lanes, const Places& places,
                                const CellView& view) noexcept {
@@ -102,8 +102,8 @@ inline void addWideLanes(const I32s& left, const I32s& right, const I32s& height
     }
 }
 
-/// Some lanes of a block. Those of height 0 may hold anything: they add zeros to spare cells, each
-/// lane to its own, so that none waits for another.
+/// One vector of lanes. Those of height 0 may hold anything: they add zeros to spare cells, each
+/// lane to its own, so that no load waits for another lane's store.
 QUOR_LANES_INLINE void addVector(I32s top, I32s bottom, I32s height, const int32_t* rowStart,
                                  const CellView& view) noexcept {
     I32s counts = height != 0;

@@ -1,12 +1,12 @@
 #pragma once
 
-// Kernels: pixel rows of flat colour from their touched cells.
+// Kernels: pixel rows of flat colour from their touched cells, by a prefix sum a row.
 //
 //   touched   0   1   1   0   0   0   1   0      a group is eight columns
 //   coverage  0  ///////  constant       \\\\ 0
 //
-// Inside a touched group coverage is summed column by column; between touched groups it cannot
-// change, so whole runs are skipped, stored, or blended with one factor.
+// Inside a touched group the prefix sum is taken column by column; between touched groups coverage
+// is constant, so whole runs are skipped, stored, or blended with one factor.
 
 #include <bit>
 
@@ -65,8 +65,8 @@ private:
     U16s rest_;
 };
 
-/// Pixels on their way to others (by their low and high channels), at coverage 0..256 each:
-/// d 256 + (s - d) coverage, which is never negative, in 16 bits.
+/// Linear interpolation from pixels to others (given by their low and high channels) by a coverage
+/// of 0..256 each: d 256 + (s - d) coverage, which is never negative, in 16 bits.
 QUOR_LANES_INLINE U32s mixHalves(U32s pixels, U16s low, U16s high, U32s coverage) noexcept {
     const auto share = (U16s)(coverage | coverage << 16);
     const U16s mixedLow = ((U16s)pixels << 8) + (low - lowOf(pixels)) * share;
@@ -111,8 +111,8 @@ inline void blendPart(const Paint& paint, uint32_t* pixels, int32_t count, U32s 
     std::memcpy(pixels, part, size);
 }
 
-/// `count` wholly covered pixels. The last vector reaches back over some that others have done too,
-/// so it is made from what was there before.
+/// `count` fully covered pixels. The last vector overlaps the one before it, so it is computed
+/// before anything is stored.
 template <class Paint>
 void run(uint32_t* pixels, int32_t count, uint32_t color) noexcept {
     const Paint paint(color);
@@ -132,8 +132,8 @@ struct FlatRow {
     int32_t toFetch;  ///< pixels from here to a row drawn soon, see fetchBelow()
 };
 
-/// Edges go on below about where they are: asks for the pixels that they will meet some rows
-/// further down, which on a large surface are not in the cache. Longer runs come by themselves.
+/// Prefetches the pixels below: an edge goes on about where it is, and on a large surface the rows
+/// it meets next are not in the cache. Longer runs are fetched by the hardware prefetcher.
 QUOR_LANES_INLINE void fetchBelow(const FlatRow& row, int32_t column) noexcept {
     __builtin_prefetch(row.pixels + column + row.toFetch, 1);
 }

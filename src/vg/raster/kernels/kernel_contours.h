@@ -18,7 +18,8 @@ inline void include(FixedBox& box, FixedPoint point) noexcept {
     box.maxY = std::max<int32_t>(box.maxY, point.y);
 }
 
-/// x and y side by side in 16-bit lanes. The last vector may take points in twice.
+/// Minima and maxima of x and y, interleaved in 16-bit lanes. The last vector may overlap the one
+/// before it.
 FixedBox boxOf(const FixedPoint* points, int32_t count) noexcept {
     FixedPoint corners[2 * kWords];
     if (count >= kWords) {
@@ -71,7 +72,7 @@ inline int32_t bandBelow(const uint32_t* rowBits, const int32_t* rowIndices, int
     return rowIndices[row] + __builtin_popcount(above);
 }
 
-/// Copies the points with the last one before the first, and looks up their bands.
+/// Copies the points, with a copy of the last one in front, and looks up their bands.
 inline void openContour(const FixedPoint* points, int32_t count, const LineIndex& lines,
                         FixedPoint* stepPoints, int32_t* stepBands) noexcept {
     const uint32_t* const rowBits = lines.rowBits;

@@ -1,6 +1,6 @@
 #pragma once
 
-// Kernels: the x of chains at sixteen bands.
+// Kernels: x of chains at the tops and bottoms of sixteen bands.
 
 #include "vg/raster/coverage/band_block.h"
 #include "vg/raster/coverage/chain_edge.h"
@@ -9,8 +9,8 @@
 namespace vg::raster {
 namespace {
 
-/// Writes the lanes from `lane`, where an edge is met, to `end`, and some more in the last vector:
-/// those may wrap around; they count for nothing.
+/// Writes the lanes from `lane`, where the edge begins in this block, to `end`, and some more in
+/// the last vector: those may wrap around and are never read.
 QUOR_LANES_INLINE void evaluateEdge(LiveChain& chain, const ChainEdge& edge, int32_t lane,
                                     int32_t end, const int32_t* y) noexcept {
     const auto slope = static_cast<uint32_t>(edge.slope);
@@ -41,11 +41,11 @@ void evaluate(LiveChain* const* chains, int32_t count, const BandBlock& block) n
     for (int32_t i = 0; i < count; ++i) evaluateChain(*chains[i], block);
 }
 
-/// Half a pixel and less goes to the column on the left, more to the next.
+/// The left border of the column: a fraction of half a pixel rounds down, more rounds up.
 QUOR_LANES_INLINE U16s nearestColumn(U16s x) noexcept { return (x + 15) & 0xFFE0; }
 
-/// Makes sample lines of bands: every edge stands upright where it crosses the band's top, or on
-/// the side of the column that it belongs to. Rounding keeps the order.
+/// Makes scanlines of bands: every edge becomes vertical where it crosses the band's top, or on the
+/// column border that it rounds to. Rounding is monotone, so it keeps the order.
 void standUpright(LiveChain* const* chains, int32_t count, bool onColumns) noexcept {
     for (int32_t i = 0; i < count; ++i) {
         LiveChain& chain = *chains[i];

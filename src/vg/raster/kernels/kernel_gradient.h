@@ -11,8 +11,8 @@
 namespace vg::raster {
 namespace {
 
-/// Stores pixelsAt(i), a vector that begins at pixel i, for all of `count` pixels. The last one
-/// reaches back over some that the one before it has.
+/// Stores pixelsAt(i), a vector that begins at pixel i, for all of `count` pixels. The last vector
+/// overlaps the one before it.
 template <class PixelsAt>
 QUOR_LANES_INLINE void storePixels(uint32_t* pixels, int32_t count, PixelsAt&& pixelsAt) noexcept {
     if (count < kWords) {
@@ -56,7 +56,7 @@ void linearRun(const LinearRun& run, int32_t count, uint32_t* pixels) noexcept {
         const U32s color = U32s{} + ramp[SpreadMode::template entry<16>(run.first)];
         storePixels(pixels, count, [=](int32_t) { return color; });
     } else if (SpreadMode::kIsPeriodic || (isShort(run.first) && isShort(last))) {
-        // The low 32 bits tell; lanes past the end may wrap.
+        // The low 32 bits decide; lanes past the end may wrap.
         const auto first = static_cast<uint32_t>(run.first);
         const auto step = static_cast<uint32_t>(run.step);
         const U32s lanes = (U32s)kLaneNumbers * step;

@@ -1,7 +1,7 @@
 #pragma once
 
-// Kernels: pixels of a paint onto those of a surface, both premultiplied, and the coverage they are
-// mixed by.
+// Kernels: pixels of a paint composited onto those of a surface, both premultiplied, and the
+// coverage that mixes them.
 
 #include "vg/raster/kernels/kernel_composite.h"
 
@@ -43,8 +43,8 @@ inline U32s loadPart(const uint32_t* words, int32_t count) noexcept {
 }
 
 /// Stores blend(i, load) for all vectors of `count` pixels, i being a vector's first pixel and
-/// load(words) loading its part of other words. The last vector reaches back over some pixels that
-/// the one before it has, so it is made from what was there before.
+/// load(words) loading its part of other words. The last vector overlaps the one before it, so it
+/// is computed before anything is stored.
 template <class Blend>
 QUOR_LANES_INLINE void forEachVector(uint32_t* pixels, int32_t count, Blend&& blend) noexcept {
     if (count < kWords) {

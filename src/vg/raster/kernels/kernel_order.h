@@ -9,8 +9,8 @@
 namespace vg::raster {
 namespace {
 
-// A vector holds some or all of the sixteen lanes; `start` is the first of them. Lanes have
-// nothing to do with each other.
+// A vector holds some or all of the sixteen lanes; `start` is the first of them. Lanes are
+// independent of each other.
 
 constexpr int16_t kBandNumbers[kBlockBands] = {0, 1, 2,  3,  4,  5,  6,  7,
                                                8, 9, 10, 11, 12, 13, 14, 15};
@@ -22,7 +22,7 @@ QUOR_LANES_INLINE I16s lanesOf(const LiveChain& chain, int32_t start) noexcept {
            (index < static_cast<int16_t>(chain.last));
 }
 
-/// The winding of each lane, edge by edge from the left.
+/// The winding number of each lane, edge by edge from the left.
 template <FillRule kRule>
 struct Winding {
     I16s sum = {};
@@ -63,8 +63,8 @@ bool proveOrder(LiveChain* const* chains, int32_t count, FillRule rule) noexcept
     return true;
 }
 
-/// Lanes without an edge get the key of the row before and direction 0: they fall in line
-/// anywhere beside it.
+/// Transposes chains into rows. Lanes without an edge get the key of the row before and direction
+/// 0: a duplicate that sorts beside it and counts for nothing.
 QUOR_LANES_INLINE void gatherRows(LiveChain* const* chains, int32_t count, int32_t start,
                                   BoundaryRow* rows) noexcept {
     U16s top = {}, bottom = {};
@@ -102,7 +102,8 @@ QUOR_LANES_INLINE bool exchange(BoundaryRow& left, BoundaryRow& right, int32_t s
     return true;
 }
 
-/// Insertion sort in many lanes at once: a row sinks until it has its place in every lane.
+/// Insertion sort in all lanes at once: a row is compared and exchanged with the one before it, as
+/// the comparators of a sorting network are, until no lane exchanges.
 bool orderSomeLanes(BoundaryRow* rows, int32_t count, int32_t start) noexcept {
     int32_t exchangesLeft = 16 * count + 256;
     for (int32_t i = 1; i < count; ++i) {

@@ -13,7 +13,7 @@ namespace {
 constexpr int kColorChannels = 3;
 constexpr int kAlpha = 3;
 
-/// Between 0 and 1. What is not a number becomes 0.
+/// Clamped to 0..1; NaN becomes 0.
 QUOR_LANES_INLINE F32s unit(F32s c) noexcept { return smaller(larger(c, F32s{}), F32s{} + 1.0F); }
 
 /// How far the entries from `entry` on are on the way between the stops.
@@ -62,7 +62,7 @@ QUOR_LANES_INLINE U32s bytesOf(F32s c) noexcept {
     return (U32s) __builtin_convertvector(c * 255.0F + 0.5F, I32s);
 }
 
-/// A vector of colours on its way to the surface's format. Most ramps need no more than this.
+/// What is done to interpolated colours before they are packed. Most ramps need no more than this.
 struct PlainColors {
     [[gnu::always_inline]] static void prepare(const RampOptions& /*options*/,
                                                F32s (&c)[4]) noexcept {

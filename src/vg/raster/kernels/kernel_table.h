@@ -1,6 +1,6 @@
-// The table of kernels of one level. Not an ordinary header: a file of one level defines
-// QUOR_KERNELS and includes it once, compiled for that level. All that it
-// pulls in has internal linkage, so that levels cannot mix.
+// The table of kernels of one level. Not an ordinary header: one .cpp a level defines QUOR_KERNELS
+// and includes it, compiled for that level. All that it pulls in has internal linkage or is always
+// inlined: otherwise the linker could keep a function's AVX2 copy for everybody.
 
 #include "vg/raster/kernels/kernel_amounts.h"
 #include "vg/raster/kernels/kernel_composite.h"

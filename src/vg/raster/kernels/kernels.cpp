@@ -1,3 +1,5 @@
+// Run-time dispatch by what the processor has, done once before main().
+
 #include "vg/raster/kernels/kernels.h"
 
 namespace vg::raster {

@@ -19,7 +19,7 @@ struct RadialRun;
 struct RampOptions;
 struct RampRun;
 
-/// Rows of a ring of cells to be composited in a flat colour, from the top down.
+/// Rows of a coverage ring to be composited in a flat colour, from the top down.
 struct FlatRows {
     CellView ring;        ///< of its row 0; the rows taken are left all zero
     int32_t stride;       ///< cells of a row; a multiple of 64
@@ -31,8 +31,8 @@ struct FlatRows {
     uint32_t color;
 };
 
-/// The hot loops of sweeps and spans. Every level computes the same bits; which one runs is chosen
-/// once by what the processor has.
+/// The hot loops of sweeps and spans in SIMD. Every level computes the same bits; which one runs is
+/// chosen once by what the processor has (dispatch through this table).
 struct Kernels {
     /// The box of one point or more.
     FixedBox (*boxOf)(const FixedPoint* points, int32_t count) noexcept;
@@ -49,12 +49,12 @@ struct Kernels {
     /// column's left side.
     void (*standUpright)(LiveChain* const* chains, int32_t count, bool onColumns) noexcept;
 
-    /// True when in every band the chains come in order of top and of bottom; their signs are then
-    /// right. Otherwise the signs mean nothing.
+    /// True when in every band the chains are in order of top and of bottom; their signs are then
+    /// set by the fill rule. On false the signs are unspecified.
     bool (*proveOrder)(LiveChain* const* chains, int32_t count, FillRule rule) noexcept;
 
-    /// Orders the edges of each band by (top, bottom, direction) into `count` rows. False when
-    /// that would take too many exchanges; the rows then mean nothing.
+    /// Sorts the edges of each band by (top, bottom, direction) into `count` rows. False when that
+    /// takes too many exchanges; the rows are then unspecified.
     bool (*orderLanes)(LiveChain* const* chains, int32_t count, BoundaryRow* rows) noexcept;
 
     /// Gives ordered rows their signs and moves boundaries past the ones before them.
@@ -69,7 +69,7 @@ struct Kernels {
     void (*compositeSource)(const FlatRows& rows) noexcept;
     void (*compositeSourceOver)(const FlatRows& rows) noexcept;
 
-    /// Wholly covered pixels in a row (RunFunction in span_function.h).
+    /// Fully covered pixels side by side (RunFunction in span_function.h).
     void (*runSource)(uint32_t* pixels, int32_t count, uint32_t color) noexcept;
     void (*runSourceOver)(uint32_t* pixels, int32_t count, uint32_t color) noexcept;
 
@@ -77,18 +77,19 @@ struct Kernels {
     void (*linearPixels)(const LinearRun& run, int32_t count, uint32_t* pixels) noexcept;
     void (*radialPixels)(const RadialRun& run, int32_t count, uint32_t* pixels) noexcept;
 
-    /// Turns `count` cells, a multiple of 8, into coverage of 0..256 and zeroes them. They begin
-    /// at a running sum of `sum`; returns the one they end at.
+    /// Turns `count` cells, a multiple of 8, into coverage of 0..256 by a prefix sum that begins at
+    /// `sum`, and zeroes them; returns the sum at the end.
     uint32_t (*takeCoverage)(uint32_t* cells, int32_t count, uint32_t sum,
                              uint32_t* coverage) noexcept;
 
-    /// Premultiplied pixels over others. They do not overlap.
+    /// Porter and Duff's over, of premultiplied pixels. The arrays do not overlap.
     void (*sourceOver)(const uint32_t* source, uint32_t* pixels, int32_t count) noexcept;
 
     /// The entries of a run, one at least, from `pixels` on.
     void (*rampPixels)(const RampRun& run, const RampOptions& options, uint32_t* pixels) noexcept;
 
-    /// Premultiplied pixels in place of others, or over them, mixed by a coverage of 0..256 each.
+    /// Premultiplied pixels copied, or by Porter and Duff's over, mixed in by a coverage of 0..256
+    /// each.
     void (*mixSource)(const uint32_t* source, const uint32_t* coverage, uint32_t* pixels,
                       int32_t count) noexcept;
     void (*mixSourceOver)(const uint32_t* source, const uint32_t* coverage, uint32_t* pixels,

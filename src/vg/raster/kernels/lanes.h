@@ -1,10 +1,10 @@
 #pragma once
 
-// Lanes in the compiler's own vectors: written once, turned into whatever vector
-// instructions a file is compiled for. Everything here has internal linkage and is inlined, because
-// files of different levels include it. Vectors are passed one by one: compilers move a structure
-// of them in halves through memory, where wider loads then have to wait. Comparisons give lanes of
-// all ones or zero.
+// SIMD lanes in the compiler's vector extension: written once, turned into whatever instructions a
+// file is compiled for. Everything here has internal linkage and is inlined, because files of
+// different levels include it. Vectors are passed one by one: compilers move a structure of them in
+// halves through memory, and a wider load then waits for both stores (no store forwarding).
+// Comparisons give lanes of all ones or zero.
 
 #include <cmath>
 #include <cstdint>
@@ -19,7 +19,7 @@
 
 namespace vg::raster {
 
-// A vector is as wide as the registers: compilers take wider ones apart badly.
+// A vector is as wide as the registers: compilers split wider ones badly.
 #if defined(__AVX2__)
 constexpr int kVectorBytes = 32;
 #else
@@ -87,7 +87,7 @@ QUOR_LANES_INLINE uint32_t bitsOf(I32s mask) noexcept {
 #endif
 }
 
-/// The entries of a table that the lanes tell.
+/// Gather: the entries of a table at the lanes' indices.
 QUOR_LANES_INLINE U32s lookUp(const uint32_t* table, U32s entries) noexcept {
 #if defined(__AVX2__)
     return (U32s)_mm256_i32gather_epi32(reinterpret_cast<const int*>(table), (__m256i)entries, 4);
@@ -107,7 +107,7 @@ QUOR_LANES_INLINE F32s squareRoots(F32s v) noexcept {
 #endif
 }
 
-/// Stores lane l of four vectors side by side, for one l after the other.
+/// Stores the transpose: lane l of all four vectors to lanes[l].
 QUOR_LANES_INLINE void storeTransposed(U32s a, U32s b, U32s c, U32s d,
                                        uint32_t (*lanes)[4]) noexcept {
 #if defined(__AVX2__)
@@ -131,7 +131,7 @@ QUOR_LANES_INLINE void storeTransposed(U32s a, U32s b, U32s c, U32s d,
 #endif
 }
 
-/// Stores lane l of two vectors side by side, for one l after the other.
+/// Stores lane l of both vectors to lanes[l].
 QUOR_LANES_INLINE void storeInterleaved(U32s a, U32s b, uint32_t (*lanes)[2]) noexcept {
 #if defined(__AVX2__)
     store(lanes[0], __builtin_shufflevector(a, b, 0, 8, 1, 9, 2, 10, 3, 11));
@@ -173,7 +173,7 @@ QUOR_LANES_INLINE V choose(M mask, V a, V b) noexcept {
     return (((V)mask & a) | (~(V)mask & b));
 }
 
-/// b where a or b is not a number.
+/// The minimum; b where a or b is NaN.
 template <class V>
 QUOR_LANES_INLINE V smaller(V a, V b) noexcept {
     return a < b ? a : b;

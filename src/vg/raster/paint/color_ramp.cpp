@@ -1,3 +1,7 @@
+// Interpolates stops linearly, or smoothly by a cubic Hermite spline whose slopes are those between
+// the neighbours of a stop, as in Catmull and Rom's (1974); the entries between two stops are one
+// kernel call.
+
 #include "vg/raster/paint/color_ramp.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// Fills the table from atan2, rounded to 2^-18 of a turn: far coarser than the last bits in
+// which mathematics libraries differ.
+
 #include "vg/raster/paint/conical_angles.h"
 
 #include <array>

@@ -37,7 +37,7 @@ struct SurfaceToPaint {
     double m10 = 0.0, m11 = 1.0, m12 = 0.0;
 };
 
-/// What a gradient paint hands to the rasterizer.
+/// A gradient paint as the rasterizer takes it.
 struct GradientParams {
     Spread spread = Spread::kPad;
     GradientGeometry geometry;

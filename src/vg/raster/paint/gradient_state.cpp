@@ -1,3 +1,5 @@
+// Turns a gradient in paint space into affine functions of surface pixels, in doubles.
+
 #include "vg/raster/paint/gradient_state.h"
 
 #include "vg/raster/paint/color_ramp.h"

@@ -1,7 +1,10 @@
+// Point and bilinear sampling, instantiated for each storage of texels.
+
 #include "vg/raster/paint/image_sampler.h"
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 
 #include "vg/raster/pixels/pixel_io.h"
 #include "vg/raster/pixels/pixel_lanes.h"
@@ -119,6 +122,7 @@ uint32_t sample(const SampleRequest& request) noexcept {
 }  // namespace
 
 int32_t sideLog2(int32_t side) noexcept {
+    assert(side >= 1);
     const auto bits = static_cast<uint32_t>(side);
     return std::has_single_bit(bits) ? std::countr_zero(bits) : SampledImage::kNoPowerOfTwo;
 }

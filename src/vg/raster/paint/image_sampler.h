@@ -29,7 +29,7 @@ struct SampledImage {
 /// log2 of a side, or SampledImage::kNoPowerOfTwo. Precondition: side >= 1.
 int32_t sideLog2(int32_t side) noexcept;
 
-/// One look at an image.
+/// The parameters of one sample.
 struct SampleRequest {
     const SampledImage* image = nullptr;
     int32_t sourceIndex = 0;   ///< descriptor index of the image's format

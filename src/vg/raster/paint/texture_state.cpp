@@ -1,6 +1,10 @@
+// Walks along a row in texel space and samples: once a pixel, or, where the image is reduced, by a
+// supersampled square whose mean is the pixel (a box filter).
+
 #include "vg/raster/paint/texture_state.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "vg/raster/pixels/pixel_format.h"
@@ -16,7 +20,7 @@ int32_t formatIndex(uint32_t surfaceFormat, TextureForm form) noexcept {
     return pixelFormatIndex(form == TextureForm::kPlain ? plain : plain + 1);
 }
 
-/// How many texels the image is reduced by, along the surface's axis that is worse.
+/// Texels a pixel, along the surface's axis with more of them.
 double reductionOf(const SurfaceToTexture& map) noexcept {
     // Under a projection it changes from place to place; the affine part stands for all of them.
     const double w = map.m[2][2] != 0.0 ? std::fabs(map.m[2][2]) : 1.0;
@@ -64,8 +68,8 @@ uint32_t changeForm(uint32_t color, TextureForm from, TextureForm to) noexcept {
     return to == TextureForm::kPremultiplied ? premultiply(color) : unpremultiply(color);
 }
 
-/// A texel coordinate that is the same place or beyond the same border, and small: what repeats is
-/// reduced to one repetition, what does not stops a little outside. 0 or a border for no number.
+/// Range reduction: an equivalent texel coordinate that fits 16.16. Repeated images are reduced to
+/// one period; others are clamped a little outside their borders. NaN gives 0 or a border.
 double reducedCoordinate(double c, int32_t size, TilingMode tiling) noexcept {
     constexpr double kFarthest = 1e15;  // beyond it there are no fractions left
     constexpr double kOutside = 2.0;    // farther than what filtering reads
@@ -93,7 +97,7 @@ public:
         double v = m[1][0] * x + m[1][1] * y_ + m[1][2];
         if (!state_.isAffine) {
             const double w = m[2][0] * x + m[2][1] * y_ + m[2][2];
-            u /= w;  // by 0: infinite or no number, which the reduction expects
+            u /= w;  // by 0: infinite or NaN, which the reduction takes
             v /= w;
         }
         request.x = toFixed(reducedCoordinate(u, state_.image.width, request.tiling));
@@ -101,7 +105,7 @@ public:
     }
 
 private:
-    /// To 16.16. Samplers take off half a texel; without filtering it has to be there.
+    /// To 16.16. Samplers subtract half a texel, for filtering; without filtering it is added back.
     int32_t toFixed(double c) const noexcept {
         const auto fixed = static_cast<int32_t>(std::floor(c * 0x1p16 + 0.5));
         return state_.request.isBilinear ? fixed : fixed + 0x8000;
@@ -217,6 +221,7 @@ bool isDirectCopy(const TextureParams& params, uint32_t surfaceFormat) noexcept 
 }
 
 DirectTexel directTexelOf(const TextureParams& params) noexcept {
+    assert(isDirectCopy(params, params.image.format));
     const auto& m = params.surfaceToTexture.m;
     return {directTexel(m[0][2], params.image.width), directTexel(m[1][2], params.image.height)};
 }

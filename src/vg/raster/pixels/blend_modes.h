@@ -8,10 +8,11 @@
 
 namespace vg::raster {
 
-// Blend modes on premultiplied 32-bit pixels: s the paint, d the surface, a_s and a_d their alpha,
-// all as fractions of 255 in the formulas above the operators. The formula holds for each colour
-// channel, and for alpha unless said otherwise. A sum of products is divided by 255 once, so that
-// it is rounded once. Channels of both pixels must not exceed their alpha.
+// Porter and Duff's operators ("Compositing digital images", 1984) and the separable blend modes of
+// PDF 1.4 and SVG compositing, on premultiplied 32-bit pixels: s the paint, d the surface, a_s and
+// a_d their alpha, all as fractions of 255 in the formulas above the operators. The formula holds
+// for each colour channel, and for alpha unless said otherwise. A sum of products is divided by 255
+// once, so that it is rounded once. Channels of both pixels must not exceed their alpha.
 
 struct Source {  // s
     static constexpr uint32_t apply(uint32_t s, uint32_t /*d*/) noexcept { return s; }
@@ -148,7 +149,7 @@ struct ChannelPair {
     constexpr int32_t uncovered() const noexcept { return s * (255 - alphaD) + d * (255 - alphaS); }
 };
 
-/// A mode that is told by one colour channel: Mode::sum gives 255 times the channel's value.
+/// A separable mode, defined by one colour channel: Mode::sum gives 255 times the channel's value.
 /// Alpha is a_s + a_d - a_s a_d; colours are clamped to 0..alpha. A call, since span functions that
 /// each had the long arithmetic in several loops would be most of the library.
 template <class Mode>

@@ -1,3 +1,5 @@
+// The tables; the header has the curves that they were made from.
+
 #include "vg/raster/pixels/color_space_tables.h"
 
 namespace vg::raster {

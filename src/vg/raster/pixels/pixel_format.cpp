@@ -1,5 +1,8 @@
+// One row of the table a format code; what a row must be like is checked at compile time.
+
 #include "vg/raster/pixels/pixel_format.h"
 
+#include <cassert>
 #include <iterator>
 
 namespace vg::raster {
@@ -82,7 +85,7 @@ constexpr PixelFormatDescriptor kFormats[] = {
 
 static_assert(std::size(kFormats) == kPixelFormatCount);
 
-/// The one irregular row: its alpha bit lies inside the blue field, not above it.
+/// The one irregular row, deliberately so: its alpha bit lies inside the blue field, not above it.
 constexpr int32_t kAbgr1555 = 3 * 15 + 4;
 
 constexpr bool fieldFits(int32_t shift, int32_t bits, int32_t bitsPerPixel) noexcept {
@@ -133,7 +136,10 @@ static_assert(isTableConsistent());
 
 }  // namespace
 
-const PixelFormatDescriptor& pixelFormatAt(int32_t index) noexcept { return kFormats[index]; }
+const PixelFormatDescriptor& pixelFormatAt(int32_t index) noexcept {
+    assert(0 <= index && index < kPixelFormatCount);
+    return kFormats[index];
+}
 
 const PixelFormatDescriptor* findPixelFormat(uint32_t code) noexcept {
     if ((code & ~0xCFU) != 0 || (code & 0xF) == 0xF) return nullptr;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 
 namespace vg::raster {
@@ -27,6 +28,7 @@ inline constexpr int32_t kPixelFormatCount = 60;
 
 /// Four groups of 15: bits 6 and 7 of the code, then bits 0 to 3. Precondition: those are not 15.
 constexpr int32_t pixelFormatIndex(uint32_t code) noexcept {
+    assert((code & 15) != 15);
     return static_cast<int32_t>(((code >> 6) & 3) * 15 + (code & 15));
 }
 

@@ -1,3 +1,5 @@
+// Converts in chunks: load packed pixels, unpack, convert, pack, store.
+
 #include "vg/raster/pixels/pixel_io.h"
 
 #include <algorithm>

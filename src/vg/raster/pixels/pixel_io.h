@@ -54,8 +54,8 @@ void storePixel(uint8_t* row, int32_t x, uint32_t packed) noexcept {
     }
 }
 
-/// How a field of 0 to 8 bits becomes a byte: times a factor that repeats it, less what is too
-/// much.
+/// How a field of 0 to 8 bits becomes a byte by bit replication: times `factor`, which repeats its
+/// bits, then shifted right to eight.
 struct FieldWidening {
     uint32_t factor;
     int32_t shift;
@@ -126,6 +126,7 @@ uint32_t unpremultiply(uint32_t color) noexcept;
 /// of both. The space is changed of colours that are not premultiplied.
 uint32_t convertColor(uint32_t color, int32_t fromFlags, int32_t toFlags) noexcept;
 
+/// To 0..1.
 inline float clampUnit(float value) noexcept { return std::clamp(value, 0.0F, 1.0F); }
 
 /// A colour given as red, green, blue, alpha: clamped to 0..1, times 255 plus 0.5, truncated.

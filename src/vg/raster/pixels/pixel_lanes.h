@@ -4,13 +4,15 @@
 
 namespace vg::raster {
 
-// Two 8-bit channels at a time, in bits 0-7 and 16-23 of a word, with room for a product each.
+// SIMD within a register: two 8-bit channels at a time, in bits 0-7 and 16-23 of a word, with room
+// for a product each.
 
 inline constexpr uint32_t kLanes = 0x00FF00FF;
 
 constexpr uint32_t alphaOf(uint32_t pixel) noexcept { return pixel >> 24; }
 
-/// Two products (0..255 * 255) divided by 255, rounded.
+/// Two products (0..255 * 255) divided by 255, rounded: x + 128, plus that over 256, over 256 (J.
+/// Blinn, "Three wrongs make a right", 1995).
 constexpr uint32_t divideLanes255(uint32_t products) noexcept {
     const uint32_t sum = products + 0x00800080;
     return ((sum + ((sum >> 8) & kLanes)) >> 8) & kLanes;

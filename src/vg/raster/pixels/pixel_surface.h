@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 
 namespace vg::raster {
@@ -17,7 +18,9 @@ struct PixelSurface {
     /// The clear that rows of these pixels may still need (pending_clear.h); null: none.
     PendingClear* pendingClear = nullptr;
 
+    /// Precondition: 0 <= y < height.
     uint32_t* row(int32_t y) const noexcept {
+        assert(0 <= y && y < height);
         return pixels + static_cast<int64_t>(height - 1 - y) * width;
     }
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 
@@ -22,6 +23,7 @@ inline constexpr std::array<uint16_t, 1025> kRootTable = [] {
 /// a_d D(d / a_d) with kCurveBits fractional bits, where D(m) = ((16 m - 12) m + 4) m up to a
 /// quarter and the square root of m from there. Precondition: 0 <= d <= alpha <= 255, alpha > 0.
 constexpr int32_t softLightCurve(int32_t d, int32_t alpha) noexcept {
+    assert(0 <= d && d <= alpha && 0 < alpha && alpha <= 255);
     if (4 * d <= alpha) {  // d (16 d^2 - 12 d a + 4 a^2) / a^2: below 2^31 with all bits
         const int32_t square = alpha * alpha;
         return d * ((16 * d * d - 12 * d * alpha + 4 * square) << kCurveBits) / square;

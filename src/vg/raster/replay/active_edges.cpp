@@ -1,3 +1,6 @@
+// The active-edge table of the scanline algorithm (Foley, van Dam, "Computer Graphics", 1990, 3.6):
+// a counting sort by starting line, then insertion sort from line to line.
+
 #include "vg/raster/replay/active_edges.h"
 
 #include <algorithm>

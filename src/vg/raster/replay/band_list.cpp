@@ -1,3 +1,5 @@
+// How far a recorded polygon may move: across to 1/32 pixel, up and down by whole pixels.
+
 #include "vg/raster/replay/band_list.h"
 
 #include <algorithm>

@@ -33,7 +33,7 @@ struct BandList {
     float originX = 0.0F;  ///< the translation of the path at recording, in pixels
     float originY = 0.0F;
     uint16_t startY = 0;
-    bool nonEmpty = false;  ///< false: the path covers nothing
+    bool nonEmpty = false;  ///< false: the path covers no pixel
     base::Array<uint16_t> coords;
     base::Array<Band> bands;
 

@@ -1,3 +1,5 @@
+// The sweep one band at a time, with an active edge list; boundaries go to a list instead of cells.
+
 #include "vg/raster/replay/band_recorder.h"
 
 #include <algorithm>
@@ -101,7 +103,7 @@ bool BandRecorder::recordExact(FillRule rule, BandWriter& writer) noexcept {
 bool BandRecorder::pushTrapezoids(FillRule rule, int32_t bottom, BandWriter& writer) noexcept {
     for (ActiveEdge& active : active_) active.xBottom = active.edge->xAt(bottom);
     active_.sort();
-    // Boundaries are moved past the one before, as in the sweep.
+    // Running maxima keep spans from overlapping where edges cross, as in the sweep.
     bool isDone = true;
     int32_t pastTop = 0;
     int32_t pastBottom = 0;

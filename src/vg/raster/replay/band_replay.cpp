@@ -1,6 +1,10 @@
+// Moves recorded bands and adds them to the ring sixteen at a time, or copies recorded cells into
+// it.
+
 #include "vg/raster/replay/band_replay.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 
 #include "vg/raster/coverage/cells.h"
@@ -174,6 +178,7 @@ void BandReplayer::addBands(const BandList& list, Quality quality, const BandShi
 bool BandReplayer::replayBands(BandList& list, Quality quality, const BandShift& shift,
                                SweepTarget& target) noexcept {
     if (!list.nonEmpty) return true;
+    assert(list.fits(shift, {0, 0, target.surface.width, target.surface.height}));
     const int32_t left = leftColumnOf(list, shift.dx);
     const int32_t origin = originFor(target, left);
     if (!ring_.reserve(left - origin + columnCountOf(list, shift.dx)) ||

@@ -10,8 +10,8 @@
 namespace vg::raster {
 
 /// Draws band lists: the sweep without transform, edges, sorting and fill rule. The coverage of
-/// sixteen pixel rows at a time is delivered to the target as the exact sweep does it, in every
-/// quality. A list that comes again at the same place within the pixel is drawn from its cells.
+/// sixteen pixel rows at a time is delivered to the target as the sweep does it, in every quality.
+/// A list replayed twice in a row at the same place within the pixel is drawn from its cells.
 class BandReplayer {
 public:
     /// Precondition: list.fits() the shift inside the surface. False when memory runs out; nothing

@@ -1,3 +1,5 @@
+// Turns segments so that they fall, and computes their slopes.
+
 #include "vg/raster/replay/edge.h"
 
 namespace vg::raster {

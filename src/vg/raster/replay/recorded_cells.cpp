@@ -1,3 +1,5 @@
+// Compacts a row: only groups whose dirty flag is set are copied.
+
 #include "vg/raster/replay/recorded_cells.h"
 
 #include <cstring>

@@ -8,10 +8,9 @@
 
 namespace vg::raster {
 
-/// The cells that a band list comes to (see coverage_ring.h), for replays that differ by whole
-/// pixels: the amounts of its edges need not be computed again then.
+/// The sum of all edges of a band list (cells.h), for replays that differ by whole pixels only.
 ///
-/// Only groups of eight cells that edges touched are kept, row after row from the top, from left to
+/// Sparse: only groups of cells that edges touched are kept, row after row from the top, left to
 /// right. Column 0 is the leftmost that the list reaches, row 0 its top row, downwards.
 struct RecordedCells {
     static constexpr int32_t kNoPhase = -1;

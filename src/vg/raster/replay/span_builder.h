@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <cassert>
+
 #include "vg/raster/geometry/polygon.h"
 #include "vg/raster/replay/active_edges.h"
 
@@ -28,6 +31,8 @@ void forEachNonZeroSpan(const ActiveEdge* edge, const ActiveEdge* end, Emit&& em
 template <class Emit>
 void forEachSpan(const ActiveEdge* first, const ActiveEdge* end, FillRule rule,
                  Emit&& emit) noexcept {
+    assert(std::is_sorted(
+        first, end, [](const ActiveEdge& a, const ActiveEdge& b) { return a.key() < b.key(); }));
     if (rule == FillRule::kEvenOdd) {
         forEachEvenOddSpan(first, end, emit);
     } else {

@@ -20,7 +20,8 @@ inline uint32_t takeTouched(uint8_t* touched) noexcept {
     return static_cast<uint32_t>(entries * kGather >> 56);
 }
 
-/// From the touched cells of a pixel row to the coverage of its columns.
+/// From the touched cells of a pixel row to the coverage of its columns: an iterator over the runs
+/// of the prefix sum.
 ///
 ///   touched   0   1   1   0   0   0   1   0      a group is eight columns
 ///   coverage  0  stretch     run    stretch 0
@@ -62,7 +63,7 @@ public:
     /// Gives the pieces from left to right, leaving out what nothing covers. False after the last:
     /// the row and its map are zero then.
     bool next(Piece& piece) noexcept;
-    /// The same inlined: larger and faster.
+    /// next() force-inlined, for the loops of frequent span functions.
     bool advance(Piece& piece) noexcept;
 
 private:
@@ -110,8 +111,7 @@ private:
     return true;
 }
 
-/// Runs of less than whole coverage come in pieces that end where those of paints do
-/// (gradient_paints.h).
+/// Runs of partial coverage come in pieces that end where those of paints do (gradient_paints.h).
 [[gnu::always_inline]] inline void CoverageWalk::takeRun(Piece& piece) noexcept {
     const uint32_t coverage = coverageOf(sum_);
     piece = {done_, runEnd_, nullptr};

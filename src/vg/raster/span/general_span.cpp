@@ -1,3 +1,5 @@
+// Fetches paint and image chunk by chunk, then blends pixel by pixel through a function pointer.
+
 #include "vg/raster/span/general_span.h"
 
 #include <array>

@@ -20,8 +20,8 @@ namespace vg::raster {
 // grow along the row.
 //
 // A gradient is a type with a Chunk, the values that its chunks start from, and pixels(), which
-// writes `count` pixels from the one that is k steps after the chunk's start. kIsByVectors is told
-// in span_sources.h.
+// writes `count` pixels from the one that is k steps after the chunk's start. kIsVectorised: see
+// span_sources.h.
 
 inline constexpr int32_t kGradientChunk = 64;
 
@@ -30,7 +30,7 @@ inline RowLine lineOf(const PixelPlane& plane, int32_t x, int32_t y) noexcept {
 }
 
 struct LinearGradient {
-    static constexpr bool kIsByVectors = true;
+    static constexpr bool kIsVectorised = true;
 
     struct Chunk {
         int64_t start = 0;
@@ -49,7 +49,7 @@ struct LinearGradient {
 };
 
 struct RadialGradient {
-    static constexpr bool kIsByVectors = true;
+    static constexpr bool kIsVectorised = true;
 
     struct Chunk {
         RowLine u, v, dot, cross;
@@ -70,15 +70,16 @@ struct RadialGradient {
     }
 };
 
-/// 1 / sqrt(d) by an estimate from the bits of d and one Newton step; within 0.2 %. Finite for 0.
+/// 1 / sqrt(d) by an estimate from the bits of d and one Newton step (C. Lomont, "Fast inverse
+/// square root", 2003); within 0.2 %. Finite for 0.
 inline float fastInverseSqrt(float d) noexcept {
     const float y = std::bit_cast<float>(0x5F3759DFU - (std::bit_cast<uint32_t>(d) >> 1));
     return y * (1.5F - 0.5F * d * y * y);
 }
 
-/// Angles from a table, a full turn being 2^18.
+/// Angles from a table, a full turn being 2^18; no atan2 a pixel.
 struct ConicalGradient {
-    static constexpr bool kIsByVectors = false;
+    static constexpr bool kIsVectorised = false;
 
     struct Chunk {
         RowLine u, v;
@@ -129,7 +130,7 @@ private:
 template <class Gradient>
 class GradientPaint {
 public:
-    static constexpr bool kIsByVectors = Gradient::kIsByVectors;
+    static constexpr bool kIsVectorised = Gradient::kIsVectorised;
 
     GradientPaint(const SpanContext& span, int32_t y) noexcept : state_(span.gradient), y_(y) {}
 

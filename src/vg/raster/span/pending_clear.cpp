@@ -1,3 +1,5 @@
+// A dirty flag a row: set by a clear, taken when the row is cleared at last.
+
 #include "vg/raster/span/pending_clear.h"
 
 #include <algorithm>

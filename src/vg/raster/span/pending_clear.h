@@ -7,9 +7,8 @@
 
 namespace vg::raster {
 
-/// A clear of a whole surface that is put off: a row is cleared just before something is drawn on
-/// it. Large surfaces do not fit the cache, so that a clear in one go fetches and writes back all
-/// memory once more.
+/// A lazy clear of a whole surface: a row is cleared just before something is drawn on it. Large
+/// surfaces do not fit the cache, so a clear in one go reads and writes all their memory once more.
 class PendingClear {
 public:
     bool isEmpty() const noexcept { return count_ == 0; }

@@ -78,7 +78,7 @@ inline void trim(CoverageWalk::Piece& piece) noexcept {
 /// Blends columns of coverage 0..256 each.
 template <class Paint, class Blend, class Surface>
 void mixPiece(Paint& paint, uint32_t* pixels, CoverageWalk::Piece piece) noexcept {
-    if constexpr (!Paint::kIsByVectors) trim(piece);
+    if constexpr (!Paint::kIsVectorised) trim(piece);
     forEachPart(paint, piece.begin, piece.end, [&](int32_t x, int32_t count, auto source) {
         const uint32_t* const coverage = piece.coverage + (x - piece.begin);
         uint32_t* const d = pixels + x;
@@ -101,7 +101,7 @@ void blendSpan(const PixelSurface& surface, const SpanContext& span, int32_t y,
     uint32_t* const pixels = surface.row(y);
     CoverageWalk::Coverage coverage;
     CoverageWalk walk(row, surface.width, nullptr, coverage);
-    constexpr bool kIsInlined = Paint::kIsByVectors && kIsFrequent<Blend>;
+    constexpr bool kIsInlined = Paint::kIsVectorised && kIsFrequent<Blend>;
     for (CoverageWalk::Piece piece; kIsInlined ? walk.advance(piece) : walk.next(piece);) {
         if (piece.coverage == nullptr) {
             blendRun<Paint, Blend, Surface>(paint, pixels, piece.begin, piece.end);

@@ -23,13 +23,13 @@ struct GeneralBlend {
     TextureState image;  ///< of an image draw: plain to multiply, premultiplied as a stencil
 };
 
-/// What span functions read, filled once per draw.
+/// What span functions read; filled once per draw.
 ///
 /// Paints come in one of two forms, both in the surface's colour space: premultiplied, for the span
 /// functions of premultiplied surfaces, or plain, for all others.
 struct SpanContext {
     const uint8_t* mask = nullptr;        ///< of a masked draw: a byte a pixel, the top row first
-    PaintKind paint = PaintKind::kColor;  ///< tells which of the four below is the paint
+    PaintKind paint = PaintKind::kColor;  ///< which of the members below is the paint
     uint32_t color = 0;
     GradientState gradient;
     TextureState pattern;  ///< of a pattern paint, or of an image drawn in its place
@@ -51,7 +51,8 @@ using SpanFunction = void (*)(const PixelSurface& surface, const SpanContext& sp
 using RunFunction = void (*)(const PixelSurface& surface, const SpanContext& span, int32_t y,
                              int32_t first, int32_t end) noexcept;
 
-/// A flat colour that the exact sweep composites by itself, from the touched groups of its cells.
+/// A flat colour without a mask that a kernel composites straight from the cells, many rows a call,
+/// for sweeps and replays of every quality.
 enum class FlatBlend { kNone, kSource, kSourceOver };
 
 struct SpanFunctions {

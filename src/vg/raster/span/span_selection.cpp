@@ -1,3 +1,6 @@
+// Dispatch by table: paint by row, blend mode by column; first the cheaper mode that gives the same
+// pixels is looked for.
+
 #include "vg/raster/span/span_selection.h"
 
 #include <array>
@@ -11,7 +14,7 @@ constexpr int32_t kSource = 0x2000;
 constexpr int32_t kSourceOver = 0x2001;
 constexpr int32_t kDestinationIn = 0x2004;
 
-/// By paint type; no type selects the last three.
+/// By paint; padded to a power of two with rows that no paint selects.
 constexpr std::array<const SpanRow*, 8> kSpanRows = {&kColorSpans,   &kLinearSpans,  &kRadialSpans,
                                                      &kPatternSpans, &kConicalSpans, &kColorSpans,
                                                      &kColorSpans,   &kColorSpans};
@@ -61,7 +64,7 @@ bool isCopied(const SpanChoice& choice) noexcept {
     return choice.isDirectCopy && !choice.isMasked && isSourceOrOver(choice.blendMode);
 }
 
-/// Destination in with an opaque colour keeps all of d, source over with a transparent one, too.
+/// Destination in with an opaque colour keeps all of d; so does source over with a transparent one.
 bool changesNothing(const SpanChoice& choice) noexcept {
     if (blendColumnOf(choice.blendMode) == kNoBlendColumn) return true;
     if (choice.paint != PaintKind::kColor) return false;

@@ -13,7 +13,7 @@ namespace vg::raster {
 // Paints as sources of pixels. A paint is made for one row and gives the pixels of columns in
 // pieces: partEnd(x) is where the piece that begins at column x has to end at the latest, and
 // pixels(x, count) gives a pixel for each index below count, valid until the next call.
-// kIsByVectors: a few pixels more cost next to nothing.
+// kIsVectorised: made by SIMD, so that a few pixels more cost nothing; only others are trimmed.
 
 /// A paint of one colour.
 class SolidPaint {
@@ -23,7 +23,8 @@ public:
         uint32_t operator[](int32_t /*i*/) const noexcept { return color; }
     };
 
-    static constexpr bool kIsByVectors = false;  // but the rare blend modes are not
+    static constexpr bool kIsVectorised =
+        false;  // of the blend modes that get here, most are scalar
 
     SolidPaint(const SpanContext& span, int32_t /*y*/) noexcept : pixels_{span.color} {}
     static int32_t partEnd(int32_t /*x*/) noexcept { return std::numeric_limits<int32_t>::max(); }
@@ -41,7 +42,7 @@ using ConicalPaint = GradientPaint<ConicalGradient>;
 /// The pixels of a texture along one row.
 class PatternPaint {
 public:
-    static constexpr bool kIsByVectors = false;
+    static constexpr bool kIsVectorised = false;
 
     PatternPaint(const SpanContext& span, int32_t y) noexcept : texture_(span.pattern), y_(y) {}
 
@@ -61,7 +62,7 @@ private:
 /// functions for each paint.
 class AnyPaint {
 public:
-    static constexpr bool kIsByVectors = false;
+    static constexpr bool kIsVectorised = false;
 
     AnyPaint(const SpanContext& span, int32_t y) noexcept : paint_(make(span, y)) {}
 
@@ -94,7 +95,7 @@ private:
 /// The texels of a repeated image as they are (see isDirectCopy).
 class DirectPaint {
 public:
-    static constexpr bool kIsByVectors = true;
+    static constexpr bool kIsVectorised = true;
 
     DirectPaint(const SpanContext& span, int32_t y) noexcept
         : width_(span.pattern.image.width), texelX_(span.direct.texelX) {

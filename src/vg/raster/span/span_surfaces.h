@@ -41,8 +41,8 @@ inline uint32_t plainResult(uint32_t mixed, uint32_t premultipliedD, uint32_t d)
     return mixed == premultipliedD ? d : unpremultiply(mixed);
 }
 
-/// Neither is premultiplied. They are for blending and mixing, so that the colour of transparent
-/// pixels does not bleed.
+/// Neither is premultiplied. Both are premultiplied for blending and mixing, so that the colour of
+/// transparent pixels does not bleed.
 struct PlainSurface {
     template <class Paint, class Blend>
     static constexpr bool kIsColorRun = false;

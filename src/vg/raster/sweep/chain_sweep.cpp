@@ -1,3 +1,7 @@
+// The sweep in blocks of sixteen bands, one to a vector lane (SIMD across scanlines instead of
+// along them): evaluate the chains, prove their order or sort, add trapezoids, deliver finished
+// rows.
+
 #include "vg/raster/sweep/chain_sweep.h"
 
 #include <algorithm>
@@ -33,9 +37,9 @@ ColumnRange columnsOf(const FixedBox& box) noexcept {
     return {first, end - first};
 }
 
-/// Bands in all lanes are sorted together as long as few edges cross from one to the next: up to
-/// one edge for every four steps of 1/32 pixel, but never so many that a search along the list
-/// would hurt.
+/// From so many chains on, a block goes to DenseBands: one edge for every four steps of 1/32 pixel
+/// across, above which insertion sort makes too many exchanges, and at most 1024, so that the
+/// linear search for a new chain's place stays cheap.
 int32_t denseCountFor(int32_t columns) noexcept {
     return std::clamp(columns * (kSubpixels / 4), 32, 1024);
 }
@@ -166,7 +170,7 @@ void ChainSweep::startChain(const Chain& chain, int32_t lane) noexcept {
     fresh_.pushReserved(live);
 }
 
-/// Files a chain by its place in its first band. A wrong place costs time, no pixels.
+/// Inserts a chain by its place in its first band. A wrong place costs a sort, no pixels.
 void ChainSweep::fileByPosition(LiveChain* chain) noexcept {
     int32_t place = live_.count();
     live_.pushReserved(chain);

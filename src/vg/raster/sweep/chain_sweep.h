@@ -16,8 +16,8 @@ namespace vg::raster {
 /// height and every pixel-row boundary. The others look at sample lines, two or one a pixel row,
 /// and a line is a band, too: of the part of the row that it stands for, between upright edges.
 ///
-/// Turned on its side: instead of all edges of one band, one monotone chain at sixteen bands at
-/// once, a band to a vector lane.
+/// The scanline algorithm transposed for SIMD: instead of all edges of one band, one monotone chain
+/// at sixteen bands at once, a band to a vector lane.
 ///
 ///              chain A   chain B          Chains that cross the block are kept in a list from
 ///   band 0  -----\---------/-------       left to right. A walk along the list compares each
@@ -67,7 +67,7 @@ private:
     BandBlock block_ = {};
     base::Array<LiveChain> slots_;
     base::Array<LiveChain*> free_;   ///< slots that hold no chain
-    base::Array<LiveChain*> live_;   ///< from left to right, as far as is known
+    base::Array<LiveChain*> live_;   ///< the active list, left to right as of the latest block
     base::Array<LiveChain*> fresh_;  ///< those that start in this block, from the top down
     base::Array<BoundaryRow> rows_;
     int32_t originColumn_ = 0;  ///< the surface's column of cell 0

@@ -1,3 +1,6 @@
+// Splits contours into y-monotone chains (Preparata and Shamos, "Computational Geometry", 1985) and
+// files them in lists by starting band.
+
 #include "vg/raster/sweep/monotone_chains.h"
 
 #include <algorithm>
@@ -39,8 +42,8 @@ bool MonotoneChains::reserve(const FixedPolygon& polygon, int32_t bandCount) noe
 }
 
 /// Splits a contour where falling and rising edges meet. An edge that does neither goes on like the
-/// one before it: just as a carry is made (falling), stopped (rising) or passed on (flat) from bit
-/// to bit of an addition.
+/// one before it. That is the carry of an addition, generated (falling), killed (rising) or
+/// propagated (flat) from bit to bit, so one 64-bit addition decides 32 edges.
 void MonotoneChains::splitContour(int32_t firstEdge, int32_t count) noexcept {
     int32_t runStart = 0;
     bool falls = false;

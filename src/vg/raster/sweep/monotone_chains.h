@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cassert>
+
 #include "base/array.h"
+#include "vg/raster/coverage/band_block.h"
 #include "vg/raster/coverage/chain_edge.h"
 #include "vg/raster/geometry/fixed.h"
 #include "vg/raster/sweep/sweep_lines.h"
@@ -36,7 +39,10 @@ public:
     uint32_t startsIn(int32_t block) const noexcept { return starts_[block]; }
 
     /// Head of the list of chains that start at a band. Precondition: there are some.
-    int32_t firstAt(int32_t band) const noexcept { return firstAt_[band]; }
+    int32_t firstAt(int32_t band) const noexcept {
+        assert((startsIn(band / kBlockBands) >> band % kBlockBands & 1) != 0);
+        return firstAt_[band];
+    }
 
     /// The most chains that cross one block of bands.
     int32_t largestBlock() const noexcept { return largestBlock_; }

@@ -1,4 +1,8 @@
+// Hands rows of the ring to a span function, or in one call to the kernel of flat colours.
+
 #include "vg/raster/sweep/ring_delivery.h"
+
+#include <algorithm>
 
 #include "vg/raster/kernels/kernels.h"
 #include "vg/raster/pixels/pixel_surface.h"
@@ -13,6 +17,8 @@ int32_t originFor(const SweepTarget& target, int32_t firstColumn) noexcept {
 
 void deliverRows(CoverageRing& ring, int32_t originColumn, int32_t top, int32_t bottom,
                  SweepTarget& target) noexcept {
+    // A polygon that ends on the surface's upper border may come with an empty row above it.
+    top = std::min(top, target.surface.height - 1);
     if (top < bottom) return;
     finishClear(target.surface, bottom, top);
     if (target.flat == FlatBlend::kNone) {

@@ -5,8 +5,9 @@
 
 namespace vg::raster {
 
-/// The surface's column of cell 0 for what begins at `firstColumn`, or left of it: span functions
-/// like their stretches (coverage_walk.h) within the chunks that paints are cut into.
+/// The surface's column of cell 0 for a shape that begins at `firstColumn`: rounded down to a chunk
+/// of gradients where a span function draws, so that stretches (coverage_walk.h) do not straddle
+/// chunks.
 int32_t originFor(const SweepTarget& target, int32_t firstColumn) noexcept;
 
 /// Hands the rows from `top` down to `bottom`, at most CoverageRing::kRows, to the target and

@@ -1,3 +1,5 @@
+// A set of heights as one bit a height and one word a pixel row: lists and ranks by bit counts.
+
 #include "vg/raster/sweep/sweep_lines.h"
 
 #include <algorithm>
@@ -68,7 +70,7 @@ bool SweepLines::listHeights(int32_t topRow, int32_t bottomRow) noexcept {
             next += bits != 0 ? 1 : 0;
             bits &= bits - 1;
         };
-        takeLine();  // most rows have one line or two: no branch to be guessed wrongly
+        takeLine();  // most rows have one line or two: taken without a branch to mispredict
         takeLine();
         while (bits != 0) takeLine();
     }

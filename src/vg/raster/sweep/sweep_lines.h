@@ -34,7 +34,8 @@ public:
     /// For kernels that look up many heights.
     LineIndex index() const noexcept { return {lines_, firstIndex_}; }
 
-    /// The index of the highest line at or below `y`. Precondition: there is one.
+    /// The index of the highest line at or below `y`, count() without one. Precondition: `y` lies
+    /// in a pixel row of the box that the lines were collected for.
     int32_t indexAtOrBelow(int32_t y) const noexcept;
 
     void shrinkToFit() noexcept { heights_.shrinkToFit(); }

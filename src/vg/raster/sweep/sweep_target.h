@@ -10,7 +10,7 @@ struct SweepTarget {
     PixelSurface surface;
     SpanContext span;
     SpanFunction function = nullptr;
-    FlatBlend flat = FlatBlend::kNone;  ///< what the exact sweep may do instead of `function`
+    FlatBlend flat = FlatBlend::kNone;  ///< unless kNone, taken instead of `function`
 };
 
 }  // namespace vg::raster
