@@ -31,8 +31,11 @@ struct CellView {
 
     /// Sets the flags of the cells `first` to `last`.
     [[gnu::always_inline]] void touch(int32_t first, int32_t last) const noexcept {
+        uint8_t* const flags = touched;
         const int32_t lastGroup = last >> kGroupBits;
-        for (int32_t group = first >> kGroupBits; group <= lastGroup; ++group) touched[group] = 1;
+        int32_t group = first >> kGroupBits;
+        flags[group] = 1;
+        while (group < lastGroup) flags[++group] = 1;
     }
 };
 

@@ -39,7 +39,7 @@ public:
     void shrinkToFit() noexcept;
 
 private:
-    /// A side of a rectangle that the slabs, on their way up, come to.
+    /// An event of the plane sweep: the bottom or the top of a rectangle.
     struct Border {
         uint16_t y, x0, x1;
         int16_t change;  ///< +1 at the bottom, -1 at the top

@@ -1,7 +1,7 @@
 #pragma once
 
-// Kernels: trapezoids of one edge in as many bands at once as a vector has lanes (the geometry is
-// told in trapezoid.cpp).
+// Kernels: trapezoids of one edge in as many bands at once as a vector has lanes (trapezoid.cpp
+// derives the geometry).
 //
 // All amounts of an edge over at most three columns are linear in h, the band's height times the
 // boundary's sign, and sum to h 2^25; a boundary that counts for nothing has h = 0. With
@@ -111,8 +111,8 @@ QUOR_LANES_INLINE void addVector(I32s top, I32s bottom, I32s height, const int32
     const I32s left = smaller(top, bottom);
     const I32s right = larger(top, bottom);
     const I32s steps = ((right >> kSubpixelBits) - (left >> kSubpixelBits)) & counts;
-    const bool isUpright = !any(steps);
-    if (!isUpright) {
+    const bool isVertical = !any(steps);
+    if (!isVertical) {
         if (const I32s wide = steps > 2; any(wide)) {
             addWideLanes(left, right, height, bitsOf(wide), rowStart, view);
             height &= ~wide;
@@ -124,7 +124,7 @@ QUOR_LANES_INLINE void addVector(I32s top, I32s bottom, I32s height, const int32
     Places places;
     store(places.cell, cell);
     store(places.group, cell >> 3);
-    if (isUpright) {
+    if (isVertical) {
         store(places.lastGroup, (cell + 1) >> 3);
         uint32_t lanes[kWords][2];
         amountsInOneColumn(left, right, height, lanes);

@@ -46,7 +46,7 @@ QUOR_LANES_INLINE U16s nearestColumn(U16s x) noexcept { return (x + 15) & 0xFFE0
 
 /// Makes scanlines of bands: every edge becomes vertical where it crosses the band's top, or on the
 /// column border that it rounds to. Rounding is monotone, so it keeps the order.
-void standUpright(LiveChain* const* chains, int32_t count, bool onColumns) noexcept {
+void makeVertical(LiveChain* const* chains, int32_t count, bool onColumns) noexcept {
     for (int32_t i = 0; i < count; ++i) {
         LiveChain& chain = *chains[i];
         for (int32_t l = 0; l < kBlockBands; l += kShorts) {

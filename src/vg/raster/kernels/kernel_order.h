@@ -64,7 +64,7 @@ bool proveOrder(LiveChain* const* chains, int32_t count, FillRule rule) noexcept
 }
 
 /// Transposes chains into rows. Lanes without an edge get the key of the row before and direction
-/// 0: a duplicate that sorts beside it and counts for nothing.
+/// 0: a duplicate that sorts beside it and changes no winding.
 QUOR_LANES_INLINE void gatherRows(LiveChain* const* chains, int32_t count, int32_t start,
                                   BoundaryRow* rows) noexcept {
     U16s top = {}, bottom = {};

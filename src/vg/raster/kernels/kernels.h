@@ -45,9 +45,9 @@ struct Kernels {
     /// Fills the lanes of chains from their lane `first`, and sets `last`.
     void (*evaluate)(LiveChain* const* chains, int32_t count, const BandBlock& block) noexcept;
 
-    /// Gives the edges of all lanes the x of their tops at the bottom, too; `onColumns`: moved to a
-    /// column's left side.
-    void (*standUpright)(LiveChain* const* chains, int32_t count, bool onColumns) noexcept;
+    /// Makes the edges of all lanes vertical at the x of their tops; `onColumns`: rounded to a
+    /// column border.
+    void (*makeVertical)(LiveChain* const* chains, int32_t count, bool onColumns) noexcept;
 
     /// True when in every band the chains are in order of top and of bottom; their signs are then
     /// set by the fill rule. On false the signs are unspecified.

@@ -22,7 +22,7 @@ struct ColorRamp {
     bool isOpaque;       ///< every pixel is
 };
 
-/// Fills the ramp. No stops stand for black at 0 and white at 1; others begin at offset 0, end at
+/// Fills the ramp. No stops mean black at 0 and white at 1; others begin at offset 0, end at
 /// offset 1, and offsets do not fall. False when memory runs out: the ramp is then not usable.
 [[nodiscard]] bool buildColorRamp(const ColorStop* stops, int32_t count, const RampOptions& options,
                                   ColorRamp& ramp) noexcept;

@@ -145,7 +145,7 @@ struct ExclusiveOr {  // s (1 - a_d) + d (1 - a_s)
 struct ChannelPair {
     int32_t s, d, alphaS, alphaD;
 
-    /// What shows where only one of the two covers: s (1 - a_d) + d (1 - a_s), times 255 * 255.
+    /// The part where only one of the two covers: s (1 - a_d) + d (1 - a_s), times 255 * 255.
     constexpr int32_t uncovered() const noexcept { return s * (255 - alphaD) + d * (255 - alphaS); }
 };
 

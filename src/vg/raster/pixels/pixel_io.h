@@ -13,8 +13,8 @@ namespace vg::raster {
 //
 //   in memory   fields of the format; pixels of 1 and 4 bits start at a byte's lowest bit
 //   packed      one pixel's word, in the low bits of 32
-//   color       8 bits a channel, 0xAARRGGBB; a format's flags tell its space and whether it is
-//               premultiplied
+//   color       8 bits a channel, 0xAARRGGBB; its space and premultiplication are those of a
+//               format's flags
 
 /// The packed pixel at column x. Rows may start at any address.
 template <int kBits>

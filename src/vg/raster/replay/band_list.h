@@ -68,7 +68,7 @@ struct BandCacheRules {
     bool allowSnapToPixel = false;  ///< a path may move up and down by whole pixels only
 };
 
-/// True when a list made at one translation may stand for the path at another, `deltaY` pixels
+/// True when a list made at one translation may replace the path at another, `deltaY` pixels
 /// higher or lower: always where snapping to whole pixels is allowed, else when the distance is
 /// nearly one that a replay can go. `deltaY` must be finite.
 bool allowsVerticalMove(Quality quality, bool allowSnapToPixel, float deltaY) noexcept;

@@ -19,8 +19,8 @@ public:
                list_.coords.push(static_cast<uint16_t>(x));
     }
 
-    /// Ends the band with the values pushed since the one before. `top` is its top, or the place
-    /// that startY has in it.
+    /// Ends the band with the values pushed since the one before. `top` is its top, or its
+    /// centre where startY lies on centres.
     bool endBand(int32_t top, int32_t height) noexcept {
         const int32_t count = list_.coords.count() - ended_;
         ended_ = list_.coords.count();
@@ -143,7 +143,7 @@ bool BandRecorder::recordSamples(FillRule rule, BandWriter& writer, EndBand endB
 }
 
 bool BandRecorder::recordHalfRows(FillRule rule, BandWriter& writer) noexcept {
-    // An upright edge over the half row around a sample line has the coverage of the sample.
+    // A vertical edge over the half row around a scanline has the coverage of the sample.
     constexpr int32_t kHalfRow = kSubpixels / 2;
     const bool isDone = recordSamples<2>(
         rule, writer, [&](int32_t y) { return writer.endMergedBand(y + kHalfRow / 2, kHalfRow); });

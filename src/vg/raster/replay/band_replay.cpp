@@ -17,8 +17,8 @@
 namespace vg::raster {
 namespace {
 
-/// Bands on their way into a ring, sixteen at a time, one to a vector lane: boundary i of every
-/// band lies in row i.
+/// Buffers sixteen bands, one to a vector lane, and adds them to a ring with one kernel call:
+/// boundary i of every band lies in row i.
 class BandLanes {
 public:
     BandLanes(CoverageRing& ring, BoundaryRow* rows) noexcept : ring_(ring), rows_(rows) {}
@@ -103,7 +103,7 @@ private:
     int32_t bottom_ = kRowCount;
 };
 
-/// Both anti-aliased qualities: half rows are recorded as bands with upright edges.
+/// Both anti-aliased qualities: half rows are recorded as bands with vertical edges.
 template <class Window>
 void addTrapezoids(const BandList& list, const BandShift& shift, Window& window,
                    BandLanes&& lanes) noexcept {

@@ -33,7 +33,7 @@ public:
     static constexpr int32_t kMostMixed = 64;
     using Coverage = uint32_t[kMostMixed];
 
-    /// Columns `begin` to `end` - 1: wholly covered ones, as many as there are, or at most
+    /// Columns `begin` to `end` - 1: fully covered ones, as many as there are, or at most
     /// kMostMixed with a coverage of 0..256 each.
     struct Piece {
         int32_t begin, end;
@@ -50,7 +50,7 @@ public:
           runEnd_(done_),
           coverage_(memory) {}
 
-    /// Columns that are wholly covered but for the mask.
+    /// Columns that are fully covered but for the mask.
     CoverageWalk(int32_t begin, int32_t end, const uint8_t* mask, Coverage& memory) noexcept
         : row_(),
           width_(end),

@@ -47,7 +47,7 @@ struct SpanContext {
 using SpanFunction = void (*)(const PixelSurface& surface, const SpanContext& span, int32_t y,
                               const RowCells& row) noexcept;
 
-/// Blends the paint into row y from column `first` to `end` - 1, all of them wholly covered.
+/// Blends the paint into row y from column `first` to `end` - 1, all of them fully covered.
 using RunFunction = void (*)(const PixelSurface& surface, const SpanContext& span, int32_t y,
                              int32_t first, int32_t end) noexcept;
 

@@ -1,5 +1,5 @@
-// Dispatch by table: paint by row, blend mode by column; first the cheaper mode that gives the same
-// pixels is looked for.
+// Dispatch by table: paint by row, blend mode by column, after the mode was replaced by a cheaper
+// one that gives the same pixels.
 
 #include "vg/raster/span/span_selection.h"
 

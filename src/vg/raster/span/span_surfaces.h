@@ -8,7 +8,7 @@
 
 namespace vg::raster {
 
-// How a paint's pixel s meets a surface's pixel d: blend() where it is wholly covered, mixIn()
+// How a paint's pixel s meets a surface's pixel d: blend() where it is fully covered, mixIn()
 // where coverage, 0..256, takes a part of the result and the rest of d.
 
 /// Both are premultiplied, as the blend modes want them.

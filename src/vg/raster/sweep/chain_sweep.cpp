@@ -23,7 +23,7 @@ struct ColumnRange {
     int32_t first, count;
 };
 
-/// Where a row's sample lines lie: bit f for f/32.
+/// Where a row's scanlines lie: bit f for f/32.
 uint32_t sampleFractions(Quality quality) noexcept {
     return quality == Quality::kFaster ? HalfRowSample::kFractions : CentreSample::kFractions;
 }
@@ -44,8 +44,8 @@ int32_t denseCountFor(int32_t columns) noexcept {
     return std::clamp(columns * (kSubpixels / 4), 32, 1024);
 }
 
-/// Compares a chain at its first band, and further down as long as the two are in one place, with
-/// one that began no lower; where that one has ended already, with its end.
+/// Compares a chain with one that began no lower: at its first band and, while x is equal, at the
+/// bands below; with the other one's end where that has ended.
 bool isLeftOf(const LiveChain& chain, const LiveChain& other) noexcept {
     int32_t lane = chain.first;
     const int32_t otherLane = std::min(lane, other.last - 1);
@@ -143,7 +143,7 @@ void ChainSweep::loadBlock(int32_t firstBand) noexcept {
 
 void ChainSweep::evaluate(LiveChain* const* chains, int32_t count) noexcept {
     kernels().evaluate(chains, count, block_);
-    if (!isExact()) kernels().standUpright(chains, count, quality_ == Quality::kNonAntialiased);
+    if (!isExact()) kernels().makeVertical(chains, count, quality_ == Quality::kNonAntialiased);
 }
 
 void ChainSweep::startChains() noexcept {

@@ -13,8 +13,8 @@
 namespace vg::raster {
 
 /// The sweep of all qualities. The best one adds exact areas in bands that end at every vertex
-/// height and every pixel-row boundary. The others look at sample lines, two or one a pixel row,
-/// and a line is a band, too: of the part of the row that it stands for, between upright edges.
+/// height and every pixel-row boundary. The others sample edges on scanlines, two or one a pixel
+/// row; a scanline is a band, too: the part of the row that it represents, between vertical edges.
 ///
 /// The scanline algorithm transposed for SIMD: instead of all edges of one band, one monotone chain
 /// at sixteen bands at once, a band to a vector lane.

@@ -6,9 +6,10 @@
 
 namespace vg::raster {
 
-// The lines that edges are looked at on. kFractions has bit f for a line at f/32 of each row.
+// The scanlines that edges are intersected with. kFractions has bit f for a line at f/32 of each
+// row.
 
-/// One sample line per pixel row, through the centres. A pixel whose centre lies on an edge
+/// One scanline per pixel row, through the centres. A pixel whose centre lies on an edge
 /// belongs to what is to the right of the edge.
 struct CentreSample {
     static constexpr uint32_t kFractions = 1U << 16;
@@ -18,7 +19,7 @@ struct CentreSample {
     }
 };
 
-/// Two sample lines per pixel row, half a row each, with exact horizontal coverage.
+/// Two scanlines per pixel row, half a row each, with exact horizontal coverage.
 struct HalfRowSample {
     static constexpr uint32_t kFractions = 1U << 24 | 1U << 8;
 };

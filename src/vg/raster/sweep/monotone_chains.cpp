@@ -41,7 +41,7 @@ bool MonotoneChains::reserve(const FixedPolygon& polygon, int32_t bandCount) noe
            starts_.resizeZeroed(blockCount);
 }
 
-/// Splits a contour where falling and rising edges meet. An edge that does neither goes on like the
+/// Splits a contour at its local extrema of y. An edge that does neither goes on like the
 /// one before it. That is the carry of an addition, generated (falling), killed (rising) or
 /// propagated (flat) from bit to bit, so one 64-bit addition decides 32 edges.
 void MonotoneChains::splitContour(int32_t firstEdge, int32_t count) noexcept {

@@ -9,7 +9,7 @@
 namespace vg::raster {
 namespace {
 
-// What an edge adds where it crosses a sample line.
+// What an edge adds where it crosses a scanline.
 
 void addCrossing(CentreSample, CoverageRow& row, int32_t x, uint32_t sign) noexcept {
     const int32_t column = CentreSample::columnOf(x);
@@ -108,6 +108,7 @@ void LiteralSweep::addSampleLine(FillRule rule, int32_t y) noexcept {
 }
 
 void LiteralSweep::flushRow(int32_t row, SweepTarget& target) noexcept {
+    if (row >= target.surface.height) return;  // empty: the polygon ends on the upper border
     target.function(target.surface, target.span, row, row_.view());
 }
 

@@ -8,7 +8,7 @@
 
 namespace vg::raster {
 
-/// The sweeps as they are told: one band or sample line after the other, every active edge sorted
+/// The sweeps as they are told: one band or scanline after the other, every active edge sorted
 /// in each, one pixel row of coverage. The definition of right for the production sweep.
 class LiteralSweep {
 public:

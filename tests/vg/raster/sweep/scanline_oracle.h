@@ -8,13 +8,13 @@
 
 namespace vg::raster {
 
-/// What an ideal fill covers: crossings in double along sample lines of each pixel row, exact
+/// What an ideal fill covers: crossings in double along scanlines of each pixel row, exact
 /// horizontal coverage between them. Shares nothing with the rasterizer.
 class ScanlineOracle {
 public:
     ScanlineOracle(const Shape& shape, FillRule rule) : shape_(shape), rule_(rule) {}
 
-    /// Coverage 0..1 of each pixel of row y, from sample lines at the given fractions of the row.
+    /// Coverage 0..1 of each pixel of row y, from scanlines at the given fractions of the row.
     std::vector<double> row(int y, int width, const std::vector<double>& fractions) const {
         std::vector<double> coverage(static_cast<size_t>(width), 0.0);
         const double weight = 1.0 / static_cast<double>(fractions.size());

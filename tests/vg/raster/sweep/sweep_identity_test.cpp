@@ -225,7 +225,7 @@ TEST_P(SweepIdentity, OfManyEdgesInOnePlace) {
 }
 
 TEST_P(SweepIdentity, OfLongContoursWithFlatSteps) {
-    // Stairs up and down, thinner than the sample lines are apart, turning at every place of a
+    // Stairs up and down, thinner than the scanlines are apart, turning at every place of a
     // word of directions.
     std::mt19937 random(109);
     for (int round = 0; round < 400; ++round) {
