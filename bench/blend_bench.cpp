@@ -8,9 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "vg/raster/blend_modes.h"
+#include "vg/raster/paint/color_ramp.h"
 #include "vg/raster/paint_setup.h"
-#include "vg/raster/pixel_io.h"
+#include "vg/raster/pixels/blend_modes.h"
+#include "vg/raster/pixels/pixel_io.h"
 
 namespace vg::raster {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "vg/raster/rasterizer.h"
+#include "vg/raster/clear_rect.h"
 
 namespace vg::raster {
 namespace {

@@ -8,10 +8,10 @@
 #include <random>
 #include <vector>
 
-#include "vg/raster/chain_sweep.h"
-#include "vg/raster/span_selection.h"
-#include "vg/raster/sweep_lines.h"
-#include "vg/raster/to_fixed.h"
+#include "vg/raster/geometry/to_fixed.h"
+#include "vg/raster/span/span_selection.h"
+#include "vg/raster/sweep/chain_sweep.h"
+#include "vg/raster/sweep/sweep_lines.h"
 
 namespace vg::raster {
 namespace {
@@ -61,7 +61,7 @@ int64_t edgeBands(const FixedPolygon& path) {
 void dropRow(const PixelSurface& /*surface*/, const SpanContext& /*span*/, int32_t /*y*/,
              const RowCells& row) noexcept {
     const auto groups = static_cast<size_t>(row.groupCount);
-    std::memset(row.view.cells, 0, groups * CoverageRing::kGroup * sizeof *row.view.cells);
+    std::memset(row.view.cells, 0, groups * kGroupCells * sizeof *row.view.cells);
     std::memset(row.view.touched, 0, groups);
 }
 

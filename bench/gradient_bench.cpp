@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "vg/raster/color_ramp.h"
+#include "vg/raster/paint/color_ramp.h"
 #include "vg/raster/paint_setup.h"
-#include "vg/raster/span_function.h"
+#include "vg/raster/span/span_function.h"
 
 namespace vg::raster {
 namespace {

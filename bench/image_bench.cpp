@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "vg/raster/image_sampler.h"
-#include "vg/raster/pixel_format.h"
-#include "vg/raster/pixel_io.h"
+#include "vg/raster/paint/image_sampler.h"
+#include "vg/raster/pixels/pixel_format.h"
+#include "vg/raster/pixels/pixel_io.h"
 
 namespace vg::raster {
 namespace {

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "vg/raster/coverage_ring.h"
-#include "vg/raster/span_selection.h"
+#include "vg/raster/coverage/coverage_ring.h"
+#include "vg/raster/span/span_selection.h"
 
 namespace vg::raster {
 namespace {
@@ -46,7 +46,7 @@ void span(benchmark::State& state, int32_t mode, uint32_t color, int step) {
     context.color = color;
     for (auto _ : state) {
         std::copy(changes.begin(), changes.end(), row.view.cells);
-        for (int x = 0; x <= kWidth; x += step) row.view.touched[x / CoverageRing::kGroup] = 1;
+        for (int x = 0; x <= kWidth; x += step) row.view.touched[x / kGroupCells] = 1;
         functions.span({pixels.data(), kWidth, 1}, context, 0, row);
         benchmark::DoNotOptimize(pixels.data());
         benchmark::ClobberMemory();

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "vg/raster/kernels.h"
+#include "vg/raster/kernels/kernels.h"
 #include "vg/raster/rasterizer.h"
 
 namespace vg::raster {

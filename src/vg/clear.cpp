@@ -2,8 +2,8 @@
 #include <cstdint>
 
 #include "vg/context.h"
-#include "vg/raster/pixel_io.h"
-#include "vg/raster/rasterizer.h"
+#include "vg/raster/clear_rect.h"
+#include "vg/raster/pixels/pixel_io.h"
 #include "vg/scissored_fill.h"
 #include "vg/surface.h"
 #include "vg/vg.h"

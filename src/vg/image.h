@@ -3,9 +3,9 @@
 #include "base/array.h"
 #include "vg/object_handles.h"
 #include "vg/pixel_area.h"
-#include "vg/raster/image_sampler.h"
-#include "vg/raster/pixel_format.h"
-#include "vg/raster/texture_params.h"
+#include "vg/raster/paint/image_sampler.h"
+#include "vg/raster/paint/texture_params.h"
+#include "vg/raster/pixels/pixel_format.h"
 
 namespace vg {
 

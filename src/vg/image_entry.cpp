@@ -3,7 +3,7 @@
 #include "vg/context.h"
 #include "vg/image_access.h"
 #include "vg/image_params.h"
-#include "vg/raster/pixel_io.h"
+#include "vg/raster/pixels/pixel_io.h"
 #include "vg/vg.h"
 
 namespace {

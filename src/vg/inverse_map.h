@@ -1,8 +1,8 @@
 #pragma once
 
 #include "vg/affine_map.h"
-#include "vg/raster/gradient_params.h"
-#include "vg/raster/texture_params.h"
+#include "vg/raster/paint/gradient_params.h"
+#include "vg/raster/paint/texture_params.h"
 
 // Maps from the surface back to what is drawn on it. A determinant that is nothing but the rounding
 // of the products it is made of counts as 0.

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "vg/raster/pixel_io.h"
+#include "vg/raster/pixels/pixel_io.h"
 
 namespace vg {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "base/array.h"
-#include "vg/raster/draw_params.h"
+#include "vg/raster/geometry/polygon.h"
 
 namespace vg {
 

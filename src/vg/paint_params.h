@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vg/raster/draw_params.h"
+#include "vg/raster/fill_params.h"
 #include "vg/vg.h"
 
 namespace vg {

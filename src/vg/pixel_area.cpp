@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "vg/raster/pixel_io.h"
+#include "vg/raster/pixels/pixel_io.h"
 
 namespace vg {
 namespace {

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "base/array.h"
-#include "vg/raster/draw_params.h"
-#include "vg/raster/pixel_format.h"
+#include "vg/raster/geometry/polygon.h"
+#include "vg/raster/pixels/pixel_format.h"
 
 namespace vg {
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "vg/raster/color_ramp.h"
+#include "vg/raster/paint/color_ramp.h"
 
 namespace vg {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/array.h"
-#include "vg/raster/color_ramp.h"
+#include "vg/raster/paint/color_ramp.h"
 #include "vg/vg.h"
 
 namespace vg {

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "base/array.h"
-#include "vg/raster/draw_params.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/trigonometry.h"
 #include "vg/vector2.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "vg/context.h"
-#include "vg/raster/draw_params.h"
+#include "vg/raster/fill_params.h"
 
 namespace vg {
 

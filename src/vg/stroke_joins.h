@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/array.h"
-#include "vg/raster/draw_params.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/round_fan.h"
 #include "vg/vector2.h"
 #include "vg/vg.h"

@@ -4,7 +4,8 @@
 #include "vg/engine.h"
 #include "vg/pixel_area.h"
 #include "vg/pixel_memory.h"
-#include "vg/raster/draw_params.h"
+#include "vg/raster/pixels/pixel_surface.h"
+#include "vg/raster/span/pending_clear.h"
 
 namespace vg {
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "vg/raster/draw_params.h"
+#include "vg/raster/geometry/polygon.h"
 
 namespace vg {
 

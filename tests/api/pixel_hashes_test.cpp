@@ -13,7 +13,7 @@
 
 #include "library_fixture.h"
 #include "random_drawing.h"
-#include "vg/raster/kernels.h"
+#include "vg/raster/kernels/kernels.h"
 
 namespace {
 

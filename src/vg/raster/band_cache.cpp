@@ -1,3 +1,6 @@
+// Decides at each draw whether a polygon is filled, recorded or replayed: a cache of one entry, the
+// bands at the place where the polygon was first drawn.
+
 #include "vg/raster/band_cache.h"
 
 #include <new>

@@ -2,12 +2,13 @@
 
 #include <cstdint>
 
-#include "vg/raster/band_list.h"
+#include "vg/raster/geometry/polygon.h"
 #include "vg/raster/rasterizer.h"
+#include "vg/raster/replay/band_list.h"
 
 namespace vg::raster {
 
-/// Draws a polygon again and again, from its bands where that is allowed.
+/// Draws a polygon again and again, from its recorded bands where that is allowed.
 ///
 /// The band list stands for the polygon at its origin: the place of the first draw with the present
 /// key. Draws elsewhere replay it, moved as the rules say. The list itself is made when it is

@@ -1,7 +1,8 @@
+#include "vg/raster/clear_rect.h"
+
 #include <algorithm>
 
-#include "vg/raster/kernels.h"
-#include "vg/raster/rasterizer.h"
+#include "vg/raster/kernels/kernels.h"
 
 namespace vg::raster {
 
@@ -11,7 +12,7 @@ void clearRect(const PixelSurface& surface, const PixelRect& rect, uint32_t pixe
     const int32_t x1 = std::min(rect.x1, surface.width);
     const int32_t y1 = std::min(rect.y1, surface.height);
     if (x1 <= x0 || y1 <= y0) return;
-    if (x1 - x0 == surface.width) {  // without a gap between rows
+    if (x1 - x0 == surface.width) {  // the rows adjoin in memory: one run
         kernels().runSource(surface.row(y1 - 1), surface.width * (y1 - y0), pixel);
         return;
     }

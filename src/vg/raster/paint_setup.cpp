@@ -1,18 +1,18 @@
+// From the parameters of a fill to its span functions: the source is made ready in the form and
+// colour space of the surface, then the functions are selected.
+
 #include "vg/raster/paint_setup.h"
 
-#include <algorithm>
-
-#include "vg/raster/blend_modes.h"
-#include "vg/raster/general_span.h"
-#include "vg/raster/linear_curve.h"
-#include "vg/raster/pixel_format.h"
-#include "vg/raster/rasterizer.h"
-#include "vg/raster/span_selection.h"
+#include "vg/raster/paint/color_ramp.h"
+#include "vg/raster/pixels/blend_modes.h"
+#include "vg/raster/pixels/linear_curve.h"
+#include "vg/raster/pixels/pixel_format.h"
+#include "vg/raster/pixels/pixel_io.h"
+#include "vg/raster/span/general_span.h"
+#include "vg/raster/span/span_selection.h"
 
 namespace vg::raster {
 namespace {
-
-float clampUnit(float value) noexcept { return std::clamp(value, 0.0F, 1.0F); }
 
 bool hasFlag(uint32_t surfaceFormat, int32_t flag) noexcept {
     return (findPixelFormat(surfaceFormat)->flags & flag) != 0;
@@ -109,20 +109,6 @@ private:
 };
 
 }  // namespace
-
-uint32_t packPlain(const float rgba[4]) noexcept {
-    const auto channel = [&](int i) {
-        return static_cast<uint32_t>(clampUnit(rgba[i]) * 255.0F + 0.5F);
-    };
-    return channel(3) << 24 | channel(0) << 16 | channel(1) << 8 | channel(2);
-}
-
-uint32_t packPremultiplied(const float rgba[4]) noexcept {
-    const float alpha = clampUnit(rgba[3]);
-    const float product[4] = {clampUnit(rgba[0]) * alpha, clampUnit(rgba[1]) * alpha,
-                              clampUnit(rgba[2]) * alpha, alpha};
-    return packPlain(product);
-}
 
 bool takesPremultipliedPaint(uint32_t surfaceFormat, ImageMode imageMode) noexcept {
     return hasFlag(surfaceFormat, kPremultiplied) && !combinesImage(imageMode);

@@ -2,12 +2,12 @@
 
 #include <cstdint>
 
-#include "vg/raster/draw_params.h"
-#include "vg/raster/span_function.h"
+#include "vg/raster/fill_params.h"
+#include "vg/raster/span/span_function.h"
 
 namespace vg::raster {
 
-/// True when the span functions of a draw take its paint premultiplied; its ramp must be so, too.
+/// True when the span functions of a draw take its paint premultiplied; so must its ramp be.
 bool takesPremultipliedPaint(uint32_t surfaceFormat, ImageMode imageMode) noexcept;
 
 /// The pixel of a flat colour paint: components clamped to 0..1, sent through the colour transform

@@ -1,9 +1,15 @@
+// The road of one fill: setup, transform and clip, then rectangle, sweep or replay.
+
 #include "vg/raster/rasterizer.h"
 
-#include <algorithm>
+#include <cassert>
 
-#include "vg/raster/aligned_rectangle.h"
+#include "vg/raster/geometry/aligned_rectangle.h"
+#include "vg/raster/geometry/polygon.h"
+#include "vg/raster/kernels/kernels.h"
 #include "vg/raster/paint_setup.h"
+#include "vg/raster/pixels/pixel_surface.h"
+#include "vg/raster/span/pending_clear.h"
 
 namespace vg::raster {
 
@@ -19,7 +25,7 @@ void fillAlignedRectangle(const SweepTarget& target, const PixelRect& rect,
     const PixelSurface& surface = target.surface;
     const bool overwrites = overwritesRows(target, rect);
     for (int32_t y = rect.y0; y < rect.y1; ++y) {
-        overwrites ? surface.forgetClear(y) : surface.finishClear(y, y);
+        overwrites ? forgetClear(surface, y) : finishClear(surface, y, y);
         run(surface, target.span, y, rect.x0, rect.x1);
     }
 }
@@ -34,14 +40,10 @@ SpanFunctions setupTarget(const FillParams& params, SweepTarget& target) noexcep
 }
 
 bool isWithin(const FixedPolygon& polygon, int32_t maxWidth, int32_t maxHeight) noexcept {
-    int32_t minX = kMaxCoordinate, minY = kMaxCoordinate, maxX = 0, maxY = 0;
-    for (const FixedPoint& point : polygon.points) {
-        minX = std::min<int32_t>(minX, point.x);
-        minY = std::min<int32_t>(minY, point.y);
-        maxX = std::max<int32_t>(maxX, point.x);
-        maxY = std::max<int32_t>(maxY, point.y);
-    }
-    return maxX - minX <= maxWidth * kSubpixels && maxY - minY <= maxHeight * kSubpixels;
+    if (polygon.points.isEmpty()) return true;
+    const FixedBox box = kernels().boxOf(polygon.points.data(), polygon.points.count());
+    return box.maxX - box.minX <= maxWidth * kSubpixels &&
+           box.maxY - box.minY <= maxHeight * kSubpixels;
 }
 
 /// The box of a rectangle along pixel borders; startY is its top or the centre of its top row.
@@ -84,6 +86,7 @@ RecordResult Rasterizer::record(const FillParams& params, const BandCacheRules& 
 }
 
 bool Rasterizer::replay(const FillParams& params, BandList& list, const BandShift& shift) noexcept {
+    assert(!list.nonEmpty || list.fits(shift, params.clip));
     SweepTarget target;
     const SpanFunctions functions = setupTarget(params, target);
     if (functions.span == nullptr) return true;

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "vg/raster/band_recorder.h"
-#include "vg/raster/band_replay.h"
-#include "vg/raster/chain_sweep.h"
-#include "vg/raster/draw_params.h"
-#include "vg/raster/to_fixed.h"
+#include "vg/raster/fill_params.h"
+#include "vg/raster/geometry/fixed.h"
+#include "vg/raster/geometry/to_fixed.h"
+#include "vg/raster/replay/band_recorder.h"
+#include "vg/raster/replay/band_replay.h"
+#include "vg/raster/sweep/chain_sweep.h"
 
 namespace vg::raster {
 
@@ -35,15 +36,5 @@ private:
     BandRecorder recorder_;
     BandReplayer replayer_;
 };
-
-/// The premultiplied pixel of a colour as 0xAARRGGBB: components clamped to 0..1, premultiplied in
-/// float, times 255 plus 0.5, truncated.
-uint32_t packPremultiplied(const float rgba[4]) noexcept;
-
-/// The same without the premultiplication.
-uint32_t packPlain(const float rgba[4]) noexcept;
-
-/// Stores `pixel` in every pixel of the rectangle that lies on the surface.
-void clearRect(const PixelSurface& surface, const PixelRect& rect, uint32_t pixel) noexcept;
 
 }  // namespace vg::raster

@@ -1,7 +1,0 @@
-#include "vg/raster/coverage_walk.h"
-
-namespace vg::raster {
-
-bool CoverageWalk::next(Piece& piece) noexcept { return advance(piece); }
-
-}  // namespace vg::raster

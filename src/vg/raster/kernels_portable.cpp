@@ -1,4 +1,0 @@
-// The lanes in whatever vectors the baseline of the target has.
-
-#define QUOR_KERNELS kPortableKernels
-#include "vg/raster/kernel_table.h"

@@ -1,7 +1,0 @@
-#include "vg/raster/span_row.h"
-
-namespace vg::raster {
-
-constinit const SpanRow kConicalSpans = spanRow<ConicalPaint>(BlendColumns{});
-
-}  // namespace vg::raster

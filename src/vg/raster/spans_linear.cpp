@@ -1,7 +1,0 @@
-#include "vg/raster/span_row.h"
-
-namespace vg::raster {
-
-constinit const SpanRow kLinearSpans = spanRow<LinearPaint>(BlendColumns{});
-
-}  // namespace vg::raster
