@@ -108,6 +108,13 @@ Rect Document::outermostViewport() const noexcept {
     return shown;
 }
 
+Status Document::draw(const DrawingSurface& surface, RenderingQuality quality) noexcept {
+    if (viewport.isDegenerate()) return Status::kOk;
+    root_->setOutermostMapping(viewportMapping(viewport, surface.viewport, alignment));
+    const SvgMatrix base = surfaceFlip(surface.height()) * surface.transformMatrix();
+    return drawDocument(*root_, traversal_, base, quality);
+}
+
 float Document::width() const noexcept { return pixelsOf(*this, kWidth); }
 
 float Document::height() const noexcept { return pixelsOf(*this, kHeight); }

@@ -2,7 +2,8 @@
 
 #include <cmath>
 
-#include "api/container_visit.h"
+#include "api/draw/node_draw.h"
+#include "api/draw/node_visit.h"
 #include "svg/engine_error.h"
 
 namespace quor {
@@ -37,12 +38,13 @@ public:
 
 private:
     Status openContainer(SvgNode& container) noexcept {
-        return visitContainer(container, traversal_, [&] { return collectChildren(container); });
+        return visitNode(container, traversal_, [&] { return collectChildren(container); });
     }
 
     Status collectChildren(SvgNode& container) noexcept {
         for (SvgNode* child : container.children()) {
-            if (!child->isRenderable() || child->style().display == SvgDisplay::kNone) continue;
+            if (!isRenderable(child->kind()) || child->style().display == SvgDisplay::kNone)
+                continue;
             const bool opens = request_.opensGroups && isContainer(*child);
             const Status status = opens ? openContainer(*child) : measure(*child);
             if (status != Status::kOk) return status;
@@ -52,7 +54,7 @@ private:
 
     Status measure(SvgNode& node) noexcept {
         Box box;
-        const Status status = node.bounds(traversal_, box);
+        const Status status = nodeBounds(node, traversal_, box);
         if (status != Status::kOk || box.isEmpty()) return status;
         return take(node, std::floor(double{box.minX}), std::floor(double{box.minY}),
                     std::ceil(double{box.maxX}), std::ceil(double{box.maxY}));

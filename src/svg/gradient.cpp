@@ -79,14 +79,6 @@ ResolvedColor resolveColor(const SvgNode& node, AttributeId colorProperty,
 
 }  // namespace
 
-SvgGradient::~SvgGradient() {
-    if (paint_ != VG_INVALID_HANDLE) vgDestroyPaint(paint_);
-}
-
-SvgSolidColor::~SvgSolidColor() {
-    if (paint_ != VG_INVALID_HANDLE) vgDestroyPaint(paint_);
-}
-
 Status SvgGradient::parseAttributes(const AttributeTable& attributes) noexcept {
     parseGeometry(attributes);
     if (const char* transform = attributes[AttributeId::kGradientTransform]) {

@@ -1,9 +1,9 @@
 #include "svg/node.h"
 
-#include "svg/document.h"
-#include "svg/presentation_table.h"
-#include "svg/style_attribute.h"
+#include "svg/initial_values.h"
+#include "svg/presentation_attributes.h"
 #include "svg/text_cursor.h"
+#include "svg/tree_resources.h"
 
 namespace quor {
 
@@ -17,12 +17,12 @@ SvgNode::~SvgNode() {
 }
 
 Status SvgNode::readAttributes(const tinyxml2::XMLElement& element) noexcept {
-    if (!attributes_.read(element, document_.arena)) return Status::kOutOfMemory;
+    if (!attributes_.read(element, resources_.arena)) return Status::kOutOfMemory;
     return parseAttributes(attributes_);
 }
 
 Status SvgNode::parseAttributes(const AttributeTable& attributes) noexcept {
-    const LengthContext lengths{document_.screen.dpi, &document_.initialViewport};
+    const LengthContext lengths{resources_.screen.dpi, &resources_.initialViewport};
     return readPresentationAttributes(attributes, lengths, style_, dashes_, transform_);
 }
 
@@ -41,7 +41,7 @@ const Rect& SvgNode::lengthViewport() const noexcept {
     const SvgNode* node = this;
     while (node != nullptr && node->kind() != SvgNodeKind::kSvg) node = node->parent();
     const Rect* own = node != nullptr ? node->viewport() : nullptr;
-    return own != nullptr ? *own : document_.initialViewport;
+    return own != nullptr ? *own : resources_.initialViewport;
 }
 
 const char* lookupInherited(const SvgNode* node, AttributeId property) noexcept {

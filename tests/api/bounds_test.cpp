@@ -2,6 +2,7 @@
 #include <random>
 #include <string>
 
+#include "api/draw/node_draw.h"
 #include "api/library.h"
 #include "library_fixture.h"
 #include "svg/containers.h"
@@ -19,7 +20,7 @@ Box boundsOf(uint32_t handle, const SvgMatrix& base = {}) {
     EXPECT_EQ(quor::Status::kOk, traversal.begin(base));
     document->root().setOutermostMapping(SvgMatrix());
     Box box;
-    EXPECT_EQ(quor::Status::kOk, document->root().bounds(traversal, box));
+    EXPECT_EQ(quor::Status::kOk, quor::nodeBounds(document->root(), traversal, box));
     return box;
 }
 
@@ -114,7 +115,7 @@ TEST_F(Bounds, ReferenceCirclesAreReported) {
     ASSERT_TRUE(traversal.initialize());
     ASSERT_EQ(quor::Status::kOk, traversal.begin(SvgMatrix()));
     Box box;
-    EXPECT_EQ(quor::Status::kInvalidSvg, document->root().bounds(traversal, box));
+    EXPECT_EQ(quor::Status::kInvalidSvg, quor::nodeBounds(document->root(), traversal, box));
 }
 
 class RandomDrawing {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "hostile_text.h"
-#include "svg/presentation_table.h"
+#include "svg/initial_values.h"
 #include "svg/style_declarations.h"
 
 namespace quor {

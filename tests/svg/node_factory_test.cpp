@@ -69,7 +69,7 @@ TEST(NodeFactory, OnlyWhatCanBeSeenCountsInBounds) {
               "<defs/><stop/><solidColor/><linearGradient/><text/>"));
     const auto children = childrenOf(*tree.root);
     for (size_t i = 0; i < children.size(); ++i) {
-        EXPECT_EQ(children[i]->isRenderable(), i < 6) << i;
+        EXPECT_EQ(isRenderable(children[i]->kind()), i < 6) << i;
     }
 }
 
@@ -102,11 +102,11 @@ TEST(NodeFactory, AReferenceLosesOneHashAndEndsAtAParenthesis) {
     const SvgNode* a = tree.find("a");
     ASSERT_NE(a, nullptr);
     for (const char* reference : {"#a", "a", "#a)", "#a) red", "a)#b"}) {
-        EXPECT_EQ(findReference(tree.document, reference), a) << reference;
+        EXPECT_EQ(tree.resources.findReference(reference), a) << reference;
     }
-    EXPECT_EQ(findReference(tree.document, "##b"), tree.find("#b"));
+    EXPECT_EQ(tree.resources.findReference("##b"), tree.find("#b"));
     for (const char* reference : {"", "#", ")", "#)a", "##a", "#A", "#aa", "#a ", "# a"}) {
-        EXPECT_EQ(findReference(tree.document, reference), nullptr) << reference;
+        EXPECT_EQ(tree.resources.findReference(reference), nullptr) << reference;
     }
 }
 

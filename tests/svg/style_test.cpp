@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "svg/style_attribute.h"
+#include "svg/presentation_attributes.h"
 #include "svg/style_keywords.h"
 
 namespace quor {

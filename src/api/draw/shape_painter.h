@@ -2,7 +2,8 @@
 
 #include <cstdint>
 
-#include "api/non_scaling_stroke.h"
+#include "api/draw/engine_paint.h"
+#include "api/draw/non_scaling_stroke.h"
 #include "svg/shapes.h"
 #include "svg/status.h"
 #include "svg/style.h"
@@ -37,7 +38,8 @@ private:
     Status setupPaints(PaintPass pass, DrawModes& modes) noexcept;
     Status setupPaint(const SvgPaint& paint, float opacity, DrawModes mode,
                       DrawModes& modes) noexcept;
-    Status setPaint(const SvgPaint& paint, DrawModes mode, bool& isUsable) noexcept;
+    Status preparePaint(const SvgPaint& paint, DrawModes mode, EnginePaint& prepared) noexcept;
+    Status prepareServer(SvgNode& server, EnginePaint& prepared) noexcept;
     void loadPaintMatrix(const SvgMatrix& matrix, DrawModes mode) noexcept;
     void restorePaintMatrices() noexcept;
 

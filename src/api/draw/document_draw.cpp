@@ -1,5 +1,6 @@
-#include "api/document.h"
-#include "api/draw_state.h"
+#include "api/draw/document_draw.h"
+
+#include "api/draw/node_draw.h"
 #include "svg/engine_error.h"
 #include "vg/vg.h"
 
@@ -58,21 +59,19 @@ void setDrawState(RenderingQuality quality) noexcept {
     vgSetPaint(VG_INVALID_HANDLE, VG_STROKE_PATH);
 }
 
-SvgMatrix surfaceFlip(const DrawingSurface& surface) noexcept {
+SvgMatrix surfaceFlip(uint32_t height) noexcept {
     SvgMatrix matrix;
     matrix.m11 = -1.0F;
-    matrix.m12 = static_cast<float>(surface.height());
+    matrix.m12 = static_cast<float>(height);
     matrix.kind = SvgMatrix::kAnglePreserving;
     return matrix;
 }
 
-Status Document::draw(const DrawingSurface& surface, RenderingQuality quality) noexcept {
-    if (viewport.isDegenerate()) return Status::kOk;
-    const SvgMatrix base = surfaceFlip(surface) * surface.transformMatrix();
-    if (const Status status = traversal_.begin(base); status != Status::kOk) return status;
+Status drawDocument(SvgSvg& root, Traversal& traversal, const SvgMatrix& base,
+                    RenderingQuality quality) noexcept {
+    if (const Status status = traversal.begin(base); status != Status::kOk) return status;
     setDrawState(quality);
-    root_->setOutermostMapping(viewportMapping(viewport, surface.viewport, alignment));
-    const Status status = root_->draw(traversal_);
+    const Status status = drawNode(root, traversal);
     const Status pending = takeEngineError();
     return status != Status::kOk ? status : pending;
 }

@@ -1,4 +1,6 @@
-#include "svg/document.h"
+#include "svg/tree_resources.h"
+
+#include <cstring>
 
 namespace quor {
 
@@ -10,15 +12,20 @@ constexpr int kInitialCoordinates = 256;
 
 }  // namespace
 
-SvgDocument::SvgDocument(const ScreenParameters& screenParameters) noexcept
+TreeResources::TreeResources(const ScreenParameters& screenParameters) noexcept
     : screen(screenParameters) {
     initialViewport.set(0.0F, 0.0F, static_cast<float>(screen.width),
                         static_cast<float>(screen.height));
 }
 
-bool SvgDocument::initialize() noexcept {
+bool TreeResources::initialize() noexcept {
     return ids.initialize() && pathData.segments.reserve(kInitialSegments) &&
            pathData.coordinates.reserve(kInitialCoordinates);
+}
+
+SvgNode* TreeResources::findReference(const char* reference) const noexcept {
+    if (*reference == '#') ++reference;
+    return ids.find(reference, std::strcspn(reference, ")"));
 }
 
 }  // namespace quor

@@ -1,4 +1,4 @@
-#include "api/packing.h"
+#include "api/atlas_session.h"
 
 #include "base/finite.h"
 
@@ -10,12 +10,12 @@ constexpr int kInitialElements = 16;
 
 }  // namespace
 
-bool Packing::initialize() noexcept {
+bool AtlasSession::initialize() noexcept {
     release();
     return elements_.reserve(kInitialElements);
 }
 
-void Packing::release() noexcept {
+void AtlasSession::release() noexcept {
     forgetResult();
     isPacking_ = false;
     elements_.release();
@@ -26,7 +26,7 @@ void Packing::release() noexcept {
     for (packing::BinPacker& packer : packers_) packer.release();
 }
 
-void Packing::begin(const packing::BinRules& rules, float scale) noexcept {
+void AtlasSession::begin(const packing::BinRules& rules, float scale) noexcept {
     forgetResult();
     elements_.clear();
     rules_ = rules;
@@ -34,21 +34,21 @@ void Packing::begin(const packing::BinRules& rules, float scale) noexcept {
     isPacking_ = true;
 }
 
-void Packing::forgetResult() noexcept {
+void AtlasSession::forgetResult() noexcept {
     hasResult_ = false;
     chosen_ = nullptr;
     bins_.clear();
     rects_.clear();
 }
 
-Status Packing::add(Document& document, uint32_t handle, bool opensGroups, float scale,
-                    CollectionCounts& counts) noexcept {
+Status AtlasSession::add(Document& document, uint32_t handle, bool opensGroups, float scale,
+                         CollectionCounts& counts) noexcept {
     const CollectionRequest request = {handle, base::finite(scale_ * scale), opensGroups,
                                        rules_.usableDimension()};
     return collectElements(document, request, elements_, counts);
 }
 
-Status Packing::end(bool performPacking) noexcept {
+Status AtlasSession::end(bool performPacking) noexcept {
     isPacking_ = false;
     const Status status = performPacking ? pack() : Status::kOk;
     hasResult_ = performPacking && status == Status::kOk;
@@ -59,11 +59,11 @@ Status Packing::end(bool performPacking) noexcept {
     return status;
 }
 
-Status Packing::pack() noexcept {
+Status AtlasSession::pack() noexcept {
     return listSizes() && runPackers() && buildResult() ? Status::kOk : Status::kOutOfMemory;
 }
 
-bool Packing::listSizes() noexcept {
+bool AtlasSession::listSizes() noexcept {
     items_.clear();
     sizes_.clear();
     for (int i = 0; i < elements_.count(); ++i) {
@@ -74,7 +74,7 @@ bool Packing::listSizes() noexcept {
     return true;
 }
 
-bool Packing::runPackers() noexcept {
+bool AtlasSession::runPackers() noexcept {
     chosen_ = nullptr;
     for (int i = 0; i < packing::kHeuristicCount; ++i) {
         packing::BinPacker& packer = packers_[i];
@@ -86,7 +86,7 @@ bool Packing::runPackers() noexcept {
 }
 
 /// Sorts the placed items by bin; counting keeps the collecting order.
-bool Packing::buildResult() noexcept {
+bool AtlasSession::buildResult() noexcept {
     for (const packing::Size& size : chosen_->bins()) {
         if (!bins_.push(
                 {static_cast<uint32_t>(size.width), static_cast<uint32_t>(size.height), 0, 0})) {
@@ -108,7 +108,7 @@ bool Packing::buildResult() noexcept {
     return true;
 }
 
-QuorPackedRect Packing::rectOf(int item) const noexcept {
+QuorPackedRect AtlasSession::rectOf(int item) const noexcept {
     const PackingElement& element = elements_[items_[item]];
     const packing::PlacedItem& place = chosen_->items()[item];
     const char* id = element.node->id();
@@ -124,7 +124,7 @@ QuorPackedRect Packing::rectOf(int item) const noexcept {
             element.scale};
 }
 
-void Packing::forgetDocument(const Document* document) noexcept {
+void AtlasSession::forgetDocument(const Document* document) noexcept {
     for (PackingElement& element : elements_) {
         if (element.document == document) element.document = nullptr;
     }

@@ -1,14 +1,14 @@
-#include "api/traversal.h"
+#include "api/draw/traversal.h"
 
 #include <cstring>
 
-#include "api/engine_matrix.h"
-#include "api/style_application.h"
+#include "api/draw/engine_matrix.h"
+#include "api/draw/style_application.h"
 #include "svg/color.h"
 #include "svg/containers.h"
 #include "svg/engine_error.h"
-#include "svg/node_factory.h"
 #include "svg/paint_server.h"
+#include "svg/tree_resources.h"
 
 namespace quor {
 
@@ -25,9 +25,9 @@ Status ensureColorPaint(VGPaint& paint) noexcept {
 }
 
 /// Looks the paint server up once and keeps it with the node's own style.
-void resolveServer(const SvgDocument& document, SvgPaint& paint) noexcept {
+void resolveServer(const TreeResources& resources, SvgPaint& paint) noexcept {
     if (paint.type != PaintType::kServer || paint.server != nullptr) return;
-    SvgNode* node = findReference(document, paint.reference);
+    SvgNode* node = resources.findReference(paint.reference);
     if (node != nullptr && isPaintServer(node->kind())) paint.server = node;
 }
 
@@ -74,8 +74,8 @@ Status Traversal::enter(SvgNode& node) noexcept {
     levels_.pushReserved({&node, nullptr});
     styles_.pushReserved(styles_.last());
 
-    resolveServer(node.document(), node.style().fill);
-    resolveServer(node.document(), node.style().stroke);
+    resolveServer(node.resources(), node.style().fill);
+    resolveServer(node.resources(), node.style().stroke);
     SvgStyle& computed = styles_.last();
     const uint32_t mask = combine(node.style(), computed);
     resolveCurrentColor(computed.fill);

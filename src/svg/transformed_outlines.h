@@ -9,14 +9,14 @@ namespace quor {
 
 /// Copies of one outline as the transforms that it was used under last carry it to the surface.
 /// An outline that stays where it is, or is used at a few places, is carried there once.
-class SurfacePaths {
+class TransformedOutlines {
 public:
     static constexpr int kMaxPaths = 8;
 
-    SurfacePaths() noexcept = default;
-    SurfacePaths(const SurfacePaths&) = delete;
-    SurfacePaths& operator=(const SurfacePaths&) = delete;
-    ~SurfacePaths();
+    TransformedOutlines() noexcept = default;
+    TransformedOutlines(const TransformedOutlines&) = delete;
+    TransformedOutlines& operator=(const TransformedOutlines&) = delete;
+    ~TransformedOutlines();
 
     /// The copy of `outline`, the same path each time, under `transform`, which the engine's path
     /// matrix is equal to. Owned here, valid until the next call.

@@ -1,4 +1,4 @@
-#include "api/non_scaling_stroke.h"
+#include "api/draw/non_scaling_stroke.h"
 
 #include <cmath>
 

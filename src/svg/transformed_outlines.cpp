@@ -1,4 +1,4 @@
-#include "svg/surface_paths.h"
+#include "svg/transformed_outlines.h"
 
 #include <algorithm>
 
@@ -15,11 +15,12 @@ bool haveSameValues(const SvgMatrix& a, const SvgMatrix& b) noexcept {
 
 }  // namespace
 
-SurfacePaths::~SurfacePaths() {
+TransformedOutlines::~TransformedOutlines() {
     for (const Copy& copy : copies_) vgDestroyPath(copy.path);
 }
 
-Status SurfacePaths::find(VGPath outline, const SvgMatrix& transform, VGPath& copy) noexcept {
+Status TransformedOutlines::find(VGPath outline, const SvgMatrix& transform,
+                                 VGPath& copy) noexcept {
     copy = VG_INVALID_HANDLE;
     const auto* const found =
         std::find_if(copies_.begin(), copies_.end(), [&](const Copy& candidate) noexcept {
@@ -35,7 +36,7 @@ Status SurfacePaths::find(VGPath outline, const SvgMatrix& transform, VGPath& co
 }
 
 /// Makes the first copy, in the place of the one not used for longest when there are enough.
-Status SurfacePaths::make(VGPath outline, const SvgMatrix& transform) noexcept {
+Status TransformedOutlines::make(VGPath outline, const SvgMatrix& transform) noexcept {
     const Status status = copies_.count() < kMaxPaths ? add() : Status::kOk;
     if (status != Status::kOk) return status;
     putFirst(copies_.count() - 1);
@@ -52,7 +53,7 @@ Status SurfacePaths::make(VGPath outline, const SvgMatrix& transform) noexcept {
 }
 
 /// Appends an empty path.
-Status SurfacePaths::add() noexcept {
+Status TransformedOutlines::add() noexcept {
     if (!copies_.reserve(copies_.count() + 1)) {
         copies_.clearFailure();
         return Status::kOutOfMemory;
@@ -64,7 +65,7 @@ Status SurfacePaths::add() noexcept {
     return Status::kOk;
 }
 
-void SurfacePaths::putFirst(int index) noexcept {
+void TransformedOutlines::putFirst(int index) noexcept {
     std::rotate(copies_.begin(), copies_.begin() + index, copies_.begin() + index + 1);
 }
 

@@ -1,10 +1,8 @@
-#include <cmath>
+#include "api/draw/shape_bounds.h"
 
-#include "api/non_scaling_stroke.h"
-#include "api/traversal.h"
+#include "api/draw/non_scaling_stroke.h"
 #include "base/finite.h"
 #include "svg/engine_error.h"
-#include "svg/shapes.h"
 
 namespace quor {
 
@@ -67,27 +65,27 @@ Status surfaceStrokeBounds(SvgShape& shape, const SvgMatrix& transform, float ex
 
 }  // namespace
 
-Status SvgShape::contentBounds(Traversal& traversal, Box& box) noexcept {
+Status shapeBounds(SvgShape& shape, const Traversal& traversal, Box& box) noexcept {
     box = {};
-    if (const Status status = ensurePath(); status != Status::kOk) return status;
-    if (pathBounds().isEmpty()) return Status::kOk;
+    if (const Status status = shape.ensurePath(); status != Status::kOk) return status;
+    if (shape.pathBounds().isEmpty()) return Status::kOk;
 
     const SvgStyle& style = traversal.style();
     const SvgMatrix& transform = traversal.transform();
     if (style.stroke.type == PaintType::kNone || !(style.strokeWidth > 0.0F)) {
-        return queryBounds(vgPathTransformedBounds, path(), box);
+        return queryBounds(vgPathTransformedBounds, shape.path(), box);
     }
     float width = style.strokeWidth;
     if (style.vectorEffect == SvgVectorEffect::kNonScalingStroke) {
         if (!transform.isAnglePreserving()) {
-            return surfaceStrokeBounds(*this, transform, strokeExtent(style, width), box);
+            return surfaceStrokeBounds(shape, transform, strokeExtent(style, width), box);
         }
         const float scale = lengthScale(transform);
         if (!(scale > base::kSmallestExtent))
-            return queryBounds(vgPathTransformedBounds, path(), box);
+            return queryBounds(vgPathTransformedBounds, shape.path(), box);
         width /= scale;
     }
-    box = mapped(grown(pathBounds(), strokeExtent(style, width)), transform);
+    box = mapped(grown(shape.pathBounds(), strokeExtent(style, width)), transform);
     return Status::kOk;
 }
 

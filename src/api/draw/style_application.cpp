@@ -1,4 +1,4 @@
-#include "api/style_application.h"
+#include "api/draw/style_application.h"
 
 #include "vg/vg.h"
 

@@ -22,7 +22,7 @@ struct PackedBin {
 
 /// The atlas packer: collects between begin() and end(), then holds the result until the next
 /// begin().
-class Packing {
+class AtlasSession {
 public:
     /// Allocates the first records. False when memory runs out.
     [[nodiscard]] bool initialize() noexcept;

@@ -1,4 +1,4 @@
-#include "svg/style_attribute.h"
+#include "svg/presentation_attributes.h"
 
 #include "svg/length.h"
 #include "svg/number.h"

@@ -1,9 +1,10 @@
-#include "api/shape_painter.h"
+#include "api/draw/shape_painter.h"
 
-#include "api/engine_matrix.h"
-#include "api/traversal.h"
+#include "api/draw/engine_matrix.h"
+#include "api/draw/gradient_paint.h"
+#include "api/draw/solid_color_paint.h"
+#include "api/draw/traversal.h"
 #include "svg/engine_error.h"
-#include "svg/paint_server.h"
 
 namespace quor {
 
@@ -99,36 +100,42 @@ Status ShapePainter::setupPaints(PaintPass pass, DrawModes& modes) noexcept {
 
 Status ShapePainter::setupPaint(const SvgPaint& paint, float opacity, DrawModes mode,
                                 DrawModes& modes) noexcept {
-    bool isUsable = false;
-    const Status status = setPaint(paint, mode, isUsable);
-    if (status != Status::kOk || !isUsable) return status;
+    EnginePaint prepared;
+    const Status status = preparePaint(paint, mode, prepared);
+    if (status != Status::kOk || prepared.handle == VG_INVALID_HANDLE) return status;
+    vgSetPaint(prepared.handle, static_cast<VGbitfield>(mode));
+    loadPaintMatrix(prepared.paintToUser, mode);
     modes = with(modes, mode);
     setOpacity(opacity);
     return Status::kOk;
 }
 
-/// Sets the engine's paint for filling or stroking. A reference that gives no paint takes its
-/// fallback; currentColor was resolved when the node was entered.
-Status ShapePainter::setPaint(const SvgPaint& paint, DrawModes mode, bool& isUsable) noexcept {
-    const bool forFill = mode == DrawModes::kFill;
+/// The engine paint for filling or stroking; invalid when there is nothing to draw with. A
+/// reference that gives no paint takes its fallback; currentColor was resolved when the node was
+/// entered.
+Status ShapePainter::preparePaint(const SvgPaint& paint, DrawModes mode,
+                                  EnginePaint& prepared) noexcept {
     PaintType type = paint.type;
     if (type == PaintType::kServer) {
         if (paint.server != nullptr) {
-            auto* server = static_cast<SvgPaintServer*>(paint.server);
-            const Status status = server->buildPaint(traversal_, shape_, forFill, isUsable);
-            if (isUsable) loadPaintMatrix(server->paintMatrix(), mode);
-            if (status != Status::kOk || isUsable) return status;
+            const Status status = prepareServer(*paint.server, prepared);
+            if (status != Status::kOk || prepared.handle != VG_INVALID_HANDLE) return status;
         }
         type = paint.fallback;
     }
-    isUsable = type == PaintType::kColor;
-    if (!isUsable) return Status::kOk;
+    if (type != PaintType::kColor) return Status::kOk;
     const VGfloat color[4] = {paint.color.red, paint.color.green, paint.color.blue,
                               paint.color.alpha};
-    const VGPaint enginePaint = forFill ? traversal_.fillPaint() : traversal_.strokePaint();
-    vgSetParameterfv(enginePaint, VG_PAINT_COLOR, 4, color);
-    vgSetPaint(enginePaint, static_cast<VGbitfield>(mode));
+    prepared.handle = mode == DrawModes::kFill ? traversal_.fillPaint() : traversal_.strokePaint();
+    vgSetParameterfv(prepared.handle, VG_PAINT_COLOR, 4, color);
     return Status::kOk;
+}
+
+Status ShapePainter::prepareServer(SvgNode& server, EnginePaint& prepared) noexcept {
+    if (server.kind() == SvgNodeKind::kSolidColor) {
+        return prepareSolidColorPaint(static_cast<SvgSolidColor&>(server), prepared);
+    }
+    return prepareGradientPaint(static_cast<SvgGradient&>(server), shape_, prepared);
 }
 
 void ShapePainter::loadPaintMatrix(const SvgMatrix& matrix, DrawModes mode) noexcept {
@@ -147,10 +154,6 @@ void ShapePainter::restorePaintMatrices() noexcept {
         loadEngineMatrix(VG_MATRIX_STROKE_PAINT_TO_USER, SvgMatrix());
     }
     loadedMatrices_ = DrawModes::kNone;
-}
-
-Status SvgShape::paint(Traversal& traversal) noexcept {
-    return ShapePainter(traversal, *this).paint();
 }
 
 }  // namespace quor

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "api/traversal.h"
+#include "api/draw/traversal.h"
 #include "svg/containers.h"
 
 namespace quor {
@@ -14,9 +14,9 @@ Status visitViewport(SvgSvg& svg, Traversal& traversal, Content content) noexcep
     return traversal.visit(svg, mapping * svg.transform(), content);
 }
 
-/// Runs `content` inside a node that holds others, `svg` or not.
+/// Runs `content` inside a node, `svg` or not.
 template <class Content>
-Status visitContainer(SvgNode& node, Traversal& traversal, Content content) noexcept {
+Status visitNode(SvgNode& node, Traversal& traversal, Content content) noexcept {
     if (node.kind() == SvgNodeKind::kSvg) {
         return visitViewport(static_cast<SvgSvg&>(node), traversal, content);
     }

@@ -1,7 +1,7 @@
 #include "base/finite.h"
 #include "svg/containers.h"
-#include "svg/document.h"
 #include "svg/number.h"
+#include "svg/tree_resources.h"
 
 namespace quor {
 
@@ -51,16 +51,16 @@ Status SvgSvg::parseAttributes(const AttributeTable& attributes) noexcept {
     if (hasViewBox) {
         viewport_ = parseViewBox(viewBox);
     } else if (hasWidth && hasHeight) {
-        viewport_ = placeIn(document_.initialViewport);
+        viewport_ = placeIn(resources_.initialViewport);
         viewport_.x = viewport_.y = 0.0F;
     } else {
-        document_.screen.log(kNoSizeWarning);
+        resources_.screen.log(kNoSizeWarning);
     }
     return SvgNode::parseAttributes(attributes);
 }
 
 Rect SvgSvg::placeIn(const Rect& outer) const noexcept {
-    const float dpi = document_.screen.dpi;
+    const float dpi = resources_.screen.dpi;
     const auto resolve = [&](const SvgLength& length, LengthAxis axis) {
         return base::finite(resolveLength(length, dpi, &outer, axis));
     };
@@ -76,7 +76,7 @@ bool SvgSvg::ownMapping(SvgMatrix& mapping) const noexcept {
         return true;
     }
     const Rect place =
-        placeIn(parent_ != nullptr ? parent_->lengthViewport() : document_.initialViewport);
+        placeIn(parent_ != nullptr ? parent_->lengthViewport() : resources_.initialViewport);
     if (place.isDegenerate()) return false;
     if (!hasViewBox) {
         mapping = SvgMatrix::translation(place.x, place.y);

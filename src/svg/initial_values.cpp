@@ -1,4 +1,4 @@
-#include "svg/presentation_table.h"
+#include "svg/initial_values.h"
 
 #include <algorithm>
 #include <array>

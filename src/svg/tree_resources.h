@@ -16,13 +16,18 @@ struct ScreenParameters {
     void (*log)(const char* message) = nullptr;  ///< never null once the library is initialised
 };
 
-/// What the nodes of one tree share: the screen, their memory, the ids and work buffers.
-class SvgDocument {
+/// What the nodes of one tree share: the screen, the arena that they live in, the ids, and buffers
+/// for reading attributes. Outlives the nodes.
+class TreeResources {
 public:
-    explicit SvgDocument(const ScreenParameters& screenParameters) noexcept;
+    explicit TreeResources(const ScreenParameters& screenParameters) noexcept;
 
     /// Allocates ids and work buffers. False when memory runs out.
     [[nodiscard]] bool initialize() noexcept;
+
+    /// The node that a reference names: one leading '#' removed, cut at the first ')'. Null when
+    /// there is none.
+    SvgNode* findReference(const char* reference) const noexcept;
 
     const ScreenParameters& screen;
     Rect initialViewport;  ///< 0, 0, screen width, screen height

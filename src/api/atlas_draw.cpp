@@ -1,7 +1,8 @@
-#include "api/packing_draw.h"
+#include "api/atlas_draw.h"
 
-#include "api/container_visit.h"
-#include "api/draw_state.h"
+#include "api/draw/document_draw.h"
+#include "api/draw/node_draw.h"
+#include "api/draw/node_visit.h"
 #include "base/array.h"
 #include "svg/engine_error.h"
 
@@ -40,8 +41,8 @@ private:
     // Trees are no deeper than the XML library lets elements nest, so the recursion is bounded.
     Status drawFrom(int level) noexcept {
         SvgNode& node = *path_[level];
-        if (level == 0) return node.draw(*traversal_);
-        return visitContainer(node, *traversal_, [&] { return drawFrom(level - 1); });
+        if (level == 0) return drawNode(node, *traversal_);
+        return visitNode(node, *traversal_, [&] { return drawFrom(level - 1); });
     }
 
     Traversal* traversal_ = nullptr;
@@ -50,14 +51,14 @@ private:
 
 }  // namespace
 
-Status drawPackedRects(const Packing& packing, const QuorPackedRect* rects, uint32_t count,
+Status drawPackedRects(const AtlasSession& atlas, const QuorPackedRect* rects, uint32_t count,
                        const DrawingSurface& surface, RenderingQuality quality) noexcept {
     setDrawState(quality);
-    const SvgMatrix flip = surfaceFlip(surface);
+    const SvgMatrix flip = surfaceFlip(surface.height());
     ElementDraw elementDraw;
     for (uint32_t i = 0; i < count; ++i) {
         const SvgMatrix base = flip * placement(rects[i]);
-        const Status status = elementDraw.draw(packing.elementOf(rects[i]), base);
+        const Status status = elementDraw.draw(atlas.elementOf(rects[i]), base);
         const Status pending = takeEngineError();
         if (status != Status::kOk) return status;
         if (pending != Status::kOk) return pending;
