@@ -32,13 +32,14 @@ Status visitTarget(SvgUse& use, Traversal& traversal, Content content) noexcept 
 
 /// Draws what an entered node holds.
 Status drawContent(SvgNode& node, Traversal& traversal) noexcept {
-    if (node.kind() == SvgNodeKind::kUse) {
+    if (isShape(node.kind())) {
+        if (traversal.style().visibility == SvgVisibility::kVisible) {
+            const Status status = ShapePainter(traversal, static_cast<SvgShape&>(node)).paint();
+            if (status != Status::kOk) return status;
+        }
+    } else if (node.kind() == SvgNodeKind::kUse) {
         return visitTarget(static_cast<SvgUse&>(node), traversal,
                            [&](SvgNode& target) { return drawNode(target, traversal); });
-    }
-    if (isShape(node.kind()) && traversal.style().visibility == SvgVisibility::kVisible) {
-        const Status status = ShapePainter(traversal, static_cast<SvgShape&>(node)).paint();
-        if (status != Status::kOk) return status;
     }
     for (SvgNode* child : node.children()) {
         if (const Status status = drawNode(*child, traversal); status != Status::kOk) return status;

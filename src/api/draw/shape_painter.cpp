@@ -100,11 +100,10 @@ Status ShapePainter::setupPaints(PaintPass pass, DrawModes& modes) noexcept {
 
 Status ShapePainter::setupPaint(const SvgPaint& paint, float opacity, DrawModes mode,
                                 DrawModes& modes) noexcept {
-    EnginePaint prepared;
-    const Status status = preparePaint(paint, mode, prepared);
-    if (status != Status::kOk || prepared.handle == VG_INVALID_HANDLE) return status;
-    vgSetPaint(prepared.handle, static_cast<VGbitfield>(mode));
-    loadPaintMatrix(prepared.paintToUser, mode);
+    VGPaint handle = VG_INVALID_HANDLE;
+    const Status status = preparePaint(paint, mode, handle);
+    if (status != Status::kOk || handle == VG_INVALID_HANDLE) return status;
+    vgSetPaint(handle, static_cast<VGbitfield>(mode));
     modes = with(modes, mode);
     setOpacity(opacity);
     return Status::kOk;
@@ -113,21 +112,23 @@ Status ShapePainter::setupPaint(const SvgPaint& paint, float opacity, DrawModes 
 /// The engine paint for filling or stroking; invalid when there is nothing to draw with. A
 /// reference that gives no paint takes its fallback; currentColor was resolved when the node was
 /// entered.
-Status ShapePainter::preparePaint(const SvgPaint& paint, DrawModes mode,
-                                  EnginePaint& prepared) noexcept {
+Status ShapePainter::preparePaint(const SvgPaint& paint, DrawModes mode, VGPaint& handle) noexcept {
     PaintType type = paint.type;
     if (type == PaintType::kServer) {
         if (paint.server != nullptr) {
+            EnginePaint prepared;
             const Status status = prepareServer(*paint.server, prepared);
-            if (status != Status::kOk || prepared.handle != VG_INVALID_HANDLE) return status;
+            handle = prepared.handle;
+            if (handle != VG_INVALID_HANDLE) loadPaintMatrix(prepared.paintToUser, mode);
+            if (status != Status::kOk || handle != VG_INVALID_HANDLE) return status;
         }
         type = paint.fallback;
     }
     if (type != PaintType::kColor) return Status::kOk;
     const VGfloat color[4] = {paint.color.red, paint.color.green, paint.color.blue,
                               paint.color.alpha};
-    prepared.handle = mode == DrawModes::kFill ? traversal_.fillPaint() : traversal_.strokePaint();
-    vgSetParameterfv(prepared.handle, VG_PAINT_COLOR, 4, color);
+    handle = mode == DrawModes::kFill ? traversal_.fillPaint() : traversal_.strokePaint();
+    vgSetParameterfv(handle, VG_PAINT_COLOR, 4, color);
     return Status::kOk;
 }
 

@@ -38,7 +38,7 @@ private:
     Status setupPaints(PaintPass pass, DrawModes& modes) noexcept;
     Status setupPaint(const SvgPaint& paint, float opacity, DrawModes mode,
                       DrawModes& modes) noexcept;
-    Status preparePaint(const SvgPaint& paint, DrawModes mode, EnginePaint& prepared) noexcept;
+    Status preparePaint(const SvgPaint& paint, DrawModes mode, VGPaint& handle) noexcept;
     Status prepareServer(SvgNode& server, EnginePaint& prepared) noexcept;
     void loadPaintMatrix(const SvgMatrix& matrix, DrawModes mode) noexcept;
     void restorePaintMatrices() noexcept;
