@@ -20,7 +20,7 @@ constexpr std::array<std::string_view, kAttributeCount> kNames = {  // in the or
     "gradientTransform", "gradientUnits", "spreadMethod", "offset",
 };
 // clang-format on
-static_assert(std::find(kNames.begin(), kNames.end(), "") == kNames.end());
+static_assert(std::find(kNames.begin(), kNames.end(), "") == kNames.end());  // one for each id
 
 /// A perfect hash: the weights were chosen so that no two of the names share a slot.
 /// Precondition: the name is not empty.
@@ -47,8 +47,6 @@ static_assert(std::count(kSlots.begin(), kSlots.end(), kFreeSlot) == kSlotCount 
               "two names share a slot");
 
 }  // namespace
-
-std::string_view attributeName(AttributeId id) noexcept { return kNames[static_cast<size_t>(id)]; }
 
 AttributeId findAttributeId(std::string_view name) noexcept {
     if (name.empty()) return AttributeId::kCount;

@@ -1,6 +1,5 @@
 #include "svg/node.h"
 
-#include "svg/initial_values.h"
 #include "svg/presentation_attributes.h"
 #include "svg/text_cursor.h"
 #include "svg/tree_resources.h"
@@ -44,12 +43,31 @@ const Rect& SvgNode::lengthViewport() const noexcept {
     return own != nullptr ? *own : resources_.initialViewport;
 }
 
+namespace {
+
+/// The initial value of a property that is looked up in this way; null for all others.
+const char* initialValue(AttributeId property) noexcept {
+    switch (property) {
+        case AttributeId::kColor:
+        case AttributeId::kStopColor:
+        case AttributeId::kSolidColor:
+            return "#000";
+        case AttributeId::kStopOpacity:
+        case AttributeId::kSolidOpacity:
+            return "1";
+        default:
+            return nullptr;
+    }
+}
+
+}  // namespace
+
 const char* lookupInherited(const SvgNode* node, AttributeId property) noexcept {
     for (; node != nullptr; node = node->parent()) {
         const char* value = node->attribute(property);
         if (value != nullptr && !TextCursor(value).beginsWith("inherit")) return value;
     }
-    return initialPropertyValue(attributeName(property));
+    return initialValue(property);
 }
 
 }  // namespace quor

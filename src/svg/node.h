@@ -133,7 +133,8 @@ inline SvgNodeList::Iterator& SvgNodeList::Iterator::operator++() noexcept {
 }
 
 /// The first value of the property at or above the node that does not begin with "inherit"; else
-/// the initial value of the property; null for an attribute that is no property.
+/// its initial value. The properties are `color` and those of `stop` and `solidColor`; the others
+/// are inherited as SvgStyle.
 const char* lookupInherited(const SvgNode* node, AttributeId property) noexcept;
 
 }  // namespace quor

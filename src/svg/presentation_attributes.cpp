@@ -82,7 +82,6 @@ public:
         const bool inherits = isInherit(text);
         if (inherits) style_.strokeDashOffset = 0.0F;
         if (!inherits && !parseDiagonal(text, style_.strokeDashOffset)) return;
-        style_.strokeDashOffsetSpecified = !inherits;
         mark(StyleBit::kStrokeDashOffset, !inherits);
     }
 

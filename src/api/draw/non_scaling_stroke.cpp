@@ -1,5 +1,6 @@
 #include "api/draw/non_scaling_stroke.h"
 
+#include <cassert>
 #include <cmath>
 
 #include "base/finite.h"
@@ -11,19 +12,16 @@ float lengthScale(const SvgMatrix& transform) noexcept {
     return std::sqrt(std::fabs(transform.determinant()));
 }
 
-Status NonScalingStroke::setup(const SvgMatrix& transform, SvgShape& shape,
-                               bool& isDrawable) noexcept {
-    if (!transform.isAnglePreserving()) {
-        const Status status = carryToSurface(transform, shape);
-        isDrawable = status == Status::kOk;
-        return status;
-    }
-    const float scale = lengthScale(transform);
-    isDrawable = scale > base::kSmallestExtent;
-    if (!isDrawable) return Status::kOk;
+bool leavesStroke(const SvgMatrix& transform) noexcept {
+    return !transform.isAnglePreserving() || lengthScale(transform) > base::kSmallestExtent;
+}
+
+Status NonScalingStroke::setup(const SvgMatrix& transform, SvgShape& shape) noexcept {
+    assert(leavesStroke(transform));
+    if (!transform.isAnglePreserving()) return carryToSurface(transform, shape);
     savedWidth_ = vgGetf(VG_STROKE_LINE_WIDTH);
     hasSavedWidth_ = true;
-    vgSetf(VG_STROKE_LINE_WIDTH, savedWidth_ / scale);
+    vgSetf(VG_STROKE_LINE_WIDTH, savedWidth_ / lengthScale(transform));
     return Status::kOk;
 }
 

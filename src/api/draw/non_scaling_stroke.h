@@ -12,6 +12,9 @@ class SvgShape;
 /// or below base::kSmallestExtent leaves nothing to stroke.
 float lengthScale(const SvgMatrix& transform) noexcept;
 
+/// Whether anything is left to stroke under the transform.
+bool leavesStroke(const SvgMatrix& transform) noexcept;
+
 /// The engine's stroke made to measure its width on the surface, whatever the current transform.
 ///
 /// Under a transform that preserves angles the line width is divided by the transform's scale (the
@@ -23,9 +26,9 @@ public:
     NonScalingStroke(const NonScalingStroke&) = delete;
     NonScalingStroke& operator=(const NonScalingStroke&) = delete;
 
-    /// Changes the engine's state until restore(). `isDrawable` false: the transform leaves
-    /// nothing to stroke, or the setup failed. The transform is the one that the engine has.
-    Status setup(const SvgMatrix& transform, SvgShape& shape, bool& isDrawable) noexcept;
+    /// Changes the engine's state until restore(). Preconditions: the transform is the one that the
+    /// engine has, and leaves something to stroke.
+    Status setup(const SvgMatrix& transform, SvgShape& shape) noexcept;
 
     /// Puts back what setup() changed and nothing else.
     void restore() noexcept;

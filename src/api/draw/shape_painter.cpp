@@ -91,9 +91,12 @@ Status ShapePainter::setupPaints(PaintPass pass, DrawModes& modes) noexcept {
     }
     if (includes(modes, DrawModes::kStroke) &&
         style_.vectorEffect == SvgVectorEffect::kNonScalingStroke) {
-        bool isDrawable = false;
-        status = nonScalingStroke_.setup(traversal_.transform(), shape_, isDrawable);
-        if (!isDrawable) modes = without(modes, DrawModes::kStroke);
+        const SvgMatrix& transform = traversal_.transform();
+        if (leavesStroke(transform)) {
+            status = nonScalingStroke_.setup(transform, shape_);
+        } else {
+            modes = without(modes, DrawModes::kStroke);
+        }
     }
     return status != Status::kOk ? status : takeEngineError();
 }
