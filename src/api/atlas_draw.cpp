@@ -1,3 +1,6 @@
+// Draws the elements of a bin one by one: each walk goes down the path from the outermost element
+// to the one that is drawn, so that it has the styles and transforms of its ancestors.
+
 #include "api/atlas_draw.h"
 
 #include "api/draw/document_draw.h"

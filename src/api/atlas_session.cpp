@@ -1,3 +1,6 @@
+// Collects elements, packs their sizes with every heuristic, keeps the best result and sorts its
+// rectangles by bin (a counting sort, so the collecting order stays within a bin).
+
 #include "api/atlas_session.h"
 
 #include "base/finite.h"

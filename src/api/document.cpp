@@ -1,3 +1,5 @@
+// Loads a text: XML, then the element tree, then the viewport that the outermost element asks for.
+
 #include "api/document.h"
 
 #include <cstring>
@@ -11,7 +13,7 @@ namespace quor {
 
 namespace {
 
-/// A size attribute of the outermost element, and what the log hears when it gives no pixels.
+/// A size attribute of the outermost element, and the warnings for one that gives no pixels.
 struct SizeAttribute {
     AttributeId attribute;
     LengthAxis axis;

@@ -34,8 +34,8 @@ public:
     /// Whether the buffers are small enough to be kept.
     bool isSmall() const noexcept { return textSize_ <= kSmallText; }
 
-    /// The outermost element's size in pixels; -1 when it is missing or relative, which the log
-    /// hears of.
+    /// The outermost element's size in pixels; -1, and a warning in the log, when it is missing or
+    /// relative.
     float width() const noexcept;
     float height() const noexcept;
 

@@ -1,3 +1,5 @@
+// Walks a document for the elements to pack and measures them under the packing's scale.
+
 #include "api/element_collector.h"
 
 #include <cmath>
@@ -28,7 +30,7 @@ public:
           counts_(counts) {}
 
     Status collect() noexcept {
-        (void)takeEngineError();  // left behind by a call that ended early
+        (void)takeEngineError();  // an error that an earlier call left pending
         SvgSvg& root = document_.root();
         root.setOutermostMapping(SvgMatrix());
         const float scale = request_.scale;

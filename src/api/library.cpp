@@ -1,3 +1,6 @@
+// Starts and ends the library, creates and destroys its objects, and runs draws: surface current,
+// cleared, drawn on, finished.
+
 #include "api/library.h"
 
 #include <utility>
@@ -157,7 +160,7 @@ Status LibraryContext::drawPackedRects(const QuorPackedRect* rects, uint32_t cou
 
 Status LibraryContext::prepareDraw(const DrawingSurface& surface) const noexcept {
     if (!vg::makeCurrent(engine_, surface.engineSurface())) return Status::kIllegalArgument;
-    (void)takeEngineError();  // left behind by a call that ended early
+    (void)takeEngineError();  // an error that an earlier call left pending
     vgSeti(VG_SCISSORING, VG_FALSE);
     return clear(surface);
 }

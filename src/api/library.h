@@ -12,7 +12,7 @@
 
 namespace quor {
 
-/// What draws clear their surface with; survives done().
+/// The clear colour, and whether draws clear their surface first. Kept across done().
 struct ClearSettings {
     float color[4] = {1.0F, 1.0F, 1.0F, 0.0F};  ///< red, green, blue, alpha; not premultiplied
     bool isEnabled = true;

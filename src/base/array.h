@@ -11,8 +11,8 @@ namespace base {
 
 /// A growable array on the C heap that reports exhaustion instead of throwing.
 ///
-/// A failed growth leaves the contents as they were and sets the failure mark, which stays
-/// until clearFailure(): a caller may append many elements and ask once at the end.
+/// A failed growth leaves the contents as they were and sets a sticky failure flag, cleared by
+/// clearFailure(): a caller may append many elements and ask once at the end.
 /// Growing adds at least kGrowthStep elements and at least half of the capacity.
 /// Elements are copied as bytes and never constructed or destroyed.
 template <class T>
@@ -72,7 +72,7 @@ public:
         return reallocate(needed > stepped ? needed : stepped);
     }
 
-    /// Appends a copy of `value`; false (and the failure mark) when memory runs out.
+    /// Appends a copy of `value`; false (and the failure flag) when memory runs out.
     bool push(const T& value) noexcept {
         const T copy = value;  // `value` may live inside the array
         if (count_ == capacity_ && !reserveMore(1)) return false;
@@ -122,7 +122,7 @@ public:
     void release() noexcept { Array().swap(*this); }
 
     /// Shrinks the memory to the used size (at least one element). A shrink that fails sets the
-    /// failure mark and changes nothing else.
+    /// failure flag and changes nothing else.
     void shrinkToFit() noexcept {
         const int fitted = count_ > 0 ? count_ : 1;
         if (data_ != nullptr && fitted < capacity_) (void)reallocate(fitted);

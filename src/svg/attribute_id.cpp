@@ -1,3 +1,5 @@
+// Finds an attribute by its name with one probe of a perfect hash table that the compiler builds.
+
 #include "svg/attribute_id.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// Reads the attributes of gradients, stops and `solidColor`, and resolves their colours through
+// "inherit" and currentColor.
+
 #include "svg/gradient.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// What all elements share: ownership of their children, presentation attributes, and the climb to
+// an ancestor for a viewport or an inherited property.
+
 #include "svg/node.h"
 
 #include "svg/presentation_attributes.h"

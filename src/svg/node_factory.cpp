@@ -1,3 +1,6 @@
+// Builds the tree depth first. An element's class is that of the first keyword which its name
+// begins with; a table by initial letter keeps the search short.
+
 #include "svg/node_factory.h"
 
 #include <tinyxml2.h>

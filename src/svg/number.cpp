@@ -1,3 +1,7 @@
+// Decimal text to floating point, by additions and multiplications in a fixed order: the same bits
+// on every machine, though not always the nearest value. Numbers without an exponent and with few
+// digits take a shorter way to the same result.
+
 #include "svg/number.h"
 
 #include <array>

@@ -1,3 +1,6 @@
+// Reads presentation attributes into a style, a method for each kind of value. A value that does
+// not parse leaves field and bit as they were.
+
 #include "svg/presentation_attributes.h"
 
 #include "svg/length.h"

@@ -1,3 +1,5 @@
+// Builds the engine path of each shape from its attributes when it is first needed.
+
 #include "svg/shapes.h"
 
 #include "base/finite.h"

@@ -1,3 +1,5 @@
+// The keywords of enumerated properties, searched in order.
+
 #include "svg/style_keywords.h"
 
 #include <string_view>

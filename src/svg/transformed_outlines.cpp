@@ -1,3 +1,6 @@
+// An LRU cache: copies are kept in the order of their last use, the latest first, and the last one
+// is overwritten when a new one is needed.
+
 #include "svg/transformed_outlines.h"
 
 #include <algorithm>

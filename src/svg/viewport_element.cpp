@@ -1,3 +1,5 @@
+// The `svg` element: its size and viewBox, and its map into the coordinates outside it.
+
 #include "base/finite.h"
 #include "svg/containers.h"
 #include "svg/number.h"
@@ -7,6 +9,7 @@ namespace quor {
 
 namespace {
 
+// The misspelling is kept for programs that look for this text.
 constexpr char kNoSizeWarning[] =
     "<svg> element didn't define 'viewBox' attribute nor 'widht' and 'height' attributes";
 

@@ -1,3 +1,5 @@
+// Sets the engine state that draws start from and runs the walk.
+
 #include "api/draw/document_draw.h"
 
 #include "api/draw/node_draw.h"

@@ -1,6 +1,6 @@
 // Walks the tree depth first, in document order, once to draw and once to measure. What a node does
 // follows from its kind: `defs` is passed over, `svg` maps its viewport, `use` goes on to its
-// target, a shape is painted or measured, and all others are what their children are.
+// target, a shape is painted or measured, and any other node stands for its children.
 
 #include "api/draw/node_draw.h"
 
@@ -13,8 +13,8 @@ namespace quor {
 
 namespace {
 
-/// Runs `content` on the target of an entered `use`, which places the target at its x and y and is
-/// its parent for as long.
+/// Runs `content` on the target of an entered `use`, translated by its x and y, with the `use` as
+/// the target's parent meanwhile: styles and lengths are inherited from where it is used.
 template <class Content>
 Status visitTarget(SvgUse& use, Traversal& traversal, Content content) noexcept {
     SvgNode* target = use.target();

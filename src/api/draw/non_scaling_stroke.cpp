@@ -1,3 +1,5 @@
+// Strokes in units of the surface, by a divided width or on a transformed copy of the outline.
+
 #include "api/draw/non_scaling_stroke.h"
 
 #include <cassert>

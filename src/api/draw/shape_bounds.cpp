@@ -1,3 +1,5 @@
+// Boxes of shapes: the outline's from the engine, grown by an upper bound of the stroke's reach.
+
 #include "api/draw/shape_bounds.h"
 
 #include "api/draw/non_scaling_stroke.h"

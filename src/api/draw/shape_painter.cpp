@@ -1,3 +1,6 @@
+// Draws a shape in one pass, or fill and stroke in two when they cannot share the engine's state:
+// sets paints, paint matrices and opacity, draws the path, and restores what it changed.
+
 #include "api/draw/shape_painter.h"
 
 #include "api/draw/engine_matrix.h"

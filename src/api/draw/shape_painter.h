@@ -16,8 +16,8 @@ class Traversal;
 /// The paints that one pass sets up and restores.
 enum class PaintPass : uint32_t { kFill = 1, kStroke = 2, kFillAndStroke = 3 };
 
-/// What a pass came out to draw, in the engine's encoding: the two bits lie the other way round
-/// than in PaintPass.
+/// The paints of a pass that are usable, as vgDrawPath takes them. The bits are swapped against
+/// PaintPass.
 enum class DrawModes : VGbitfield {
     kNone = 0,
     kStroke = VG_STROKE_PATH,

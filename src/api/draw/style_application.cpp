@@ -1,3 +1,5 @@
+// Maps the codes of style properties to the engine's and sends those that changed.
+
 #include "api/draw/style_application.h"
 
 #include "vg/vg.h"

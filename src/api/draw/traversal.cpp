@@ -1,3 +1,7 @@
+// The stacks of the walk: entering a node computes its style from its parent's, resolves its
+// references and colours, and sends the changes to the engine; leaving it sends the parent's values
+// back.
+
 #include "api/draw/traversal.h"
 
 #include <cstring>
