@@ -75,8 +75,8 @@ uint32_t readRgbComponent(TextCursor& cursor) noexcept {
     return truncateToBits(value);
 }
 
-/// The cursor follows "rgb(". Components out of range wrap, on purpose: they overflow into the
-/// bytes before them, and drawings rely on the colours that come of it.
+/// The cursor follows "rgb(". Components out of range wrap, deliberately: they overflow into the
+/// bytes before them, and drawings that are right only so keep their colours.
 bool readRgbColor(TextCursor& cursor, SvgColor& color) noexcept {
     uint32_t packed = 0;
     for (int i = 0; i < 3; ++i) {
