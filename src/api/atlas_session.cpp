@@ -3,6 +3,8 @@
 
 #include "api/atlas_session.h"
 
+#include <cassert>
+
 #include "base/finite.h"
 
 namespace quor {
@@ -30,6 +32,7 @@ void AtlasSession::release() noexcept {
 }
 
 void AtlasSession::begin(const packing::BinRules& rules, float scale) noexcept {
+    assert(rules.usableDimension() > 0 && scale > 0.0F);
     forgetResult();
     elements_.clear();
     rules_ = rules;

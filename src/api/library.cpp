@@ -3,6 +3,8 @@
 
 #include "api/library.h"
 
+#include <cassert>
+#include <cmath>
 #include <utility>
 
 #include "api/atlas_draw.h"
@@ -20,6 +22,7 @@ void discardMessage(const char* /*message*/) {}
 }  // namespace
 
 Status LibraryContext::initialize(uint32_t screenWidth, uint32_t screenHeight, float dpi) noexcept {
+    assert(std::isfinite(dpi));
     if (isInitialized_) return Status::kOk;
     clearing = {};
     if (screenWidth == 0 || screenHeight == 0 || !(dpi > 0.0F)) return Status::kIllegalArgument;

@@ -104,7 +104,7 @@ public:
         if (!resize(count)) return false;
         if (count > before) {
             std::memset(static_cast<void*>(data_ + before), 0,
-                        sizeof(T) * static_cast<size_t>(count - before));
+                        kElementSize * static_cast<size_t>(count - before));
         }
         return true;
     }
@@ -136,8 +136,10 @@ public:
     }
 
 private:
+    static constexpr size_t kElementSize = sizeof(T);  // NOLINT(bugprone-sizeof-expression): a
+                                                       // pointer's own size is meant, too
     /// Byte sizes stay below 2^31, so that sums of two counts never overflow an int.
-    static constexpr int kMaxCount = static_cast<int>(0x7FFFFFFF / sizeof(T));
+    static constexpr int kMaxCount = static_cast<int>(0x7FFFFFFF / kElementSize);
 
     bool fail() noexcept {
         failed_ = true;
@@ -147,7 +149,7 @@ private:
     bool reallocate(int capacity) noexcept {
         if (capacity > kMaxCount) return fail();
         void* memory =
-            std::realloc(static_cast<void*>(data_), sizeof(T) * static_cast<size_t>(capacity));
+            std::realloc(static_cast<void*>(data_), kElementSize * static_cast<size_t>(capacity));
         if (memory == nullptr) return fail();
         data_ = static_cast<T*>(memory);
         capacity_ = capacity;

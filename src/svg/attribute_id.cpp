@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 
 namespace quor {
 namespace {
@@ -27,6 +28,7 @@ static_assert(std::find(kNames.begin(), kNames.end(), "") == kNames.end());  // 
 /// A perfect hash: the weights were chosen so that no two of the names share a slot.
 /// Precondition: the name is not empty.
 constexpr size_t slotOf(std::string_view name) noexcept {
+    assert(!name.empty());
     const auto code = [](char c) { return static_cast<size_t>(static_cast<unsigned char>(c)); };
     return (name.size() + code(name.front()) + code(name.back()) * 3 +
             code(name[name.size() / 2]) * 19) %

@@ -5,6 +5,7 @@
 #include "svg/number.h"
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -164,6 +165,7 @@ double decimalValue(const char* first, const char* last) noexcept {
 }
 
 float scanFloat(const char*& at, int mostLength) noexcept {
+    assert(mostLength >= kPlainLength);
     double value = 0.0;
     if (const char* end = scanPlain(at, value)) {
         at = end;

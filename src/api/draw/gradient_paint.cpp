@@ -5,6 +5,7 @@
 #include "api/draw/gradient_paint.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "base/finite.h"
 #include "svg/engine_error.h"
@@ -139,6 +140,7 @@ Status sendStops(SvgGradient& gradient) noexcept {
 }  // namespace
 
 Status prepareGradientPaint(SvgGradient& gradient, SvgShape& shape, EnginePaint& paint) noexcept {
+    assert(paint.handle == VG_INVALID_HANDLE);
     if (const Status status = shape.ensurePath(); status != Status::kOk) return status;
     gradient.inheritAttributes();
     if (gradient.stopSource() == nullptr) return Status::kOk;

@@ -4,6 +4,8 @@
 
 #include "api/draw/node_draw.h"
 
+#include <cassert>
+
 #include "api/draw/node_visit.h"
 #include "api/draw/shape_bounds.h"
 #include "api/draw/shape_painter.h"
@@ -60,6 +62,7 @@ Status childrenBounds(SvgNode& node, Traversal& traversal, Box& box) noexcept {
 
 /// Measures what an entered node holds. Precondition: `box` is empty.
 Status contentBounds(SvgNode& node, Traversal& traversal, Box& box) noexcept {
+    assert(box.isEmpty());
     if (isShape(node.kind())) return shapeBounds(static_cast<SvgShape&>(node), traversal, box);
     if (node.kind() != SvgNodeKind::kUse) return childrenBounds(node, traversal, box);
     return visitTarget(static_cast<SvgUse&>(node), traversal, [&](SvgNode& target) {
@@ -76,6 +79,7 @@ Status drawNode(SvgNode& node, Traversal& traversal) noexcept {
 }
 
 Status nodeBounds(SvgNode& node, Traversal& traversal, Box& box) noexcept {
+    assert(isRenderable(node.kind()));
     box = {};
     return visitNode(node, traversal, [&] { return contentBounds(node, traversal, box); });
 }
