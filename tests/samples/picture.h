@@ -22,10 +22,11 @@ struct Difference {
     double tint;     ///< share of pixels more than 8 outside it where both are nearly plain: shades
     int count;       ///< of pixels
 
-    /// Whether both show the same drawing. The limits are shares: pictures full of edges need more.
-    bool isSmall(double changedLimit, double tintLimit) const {
+    /// Whether both show the same drawing. Pictures full of edges or ramps need wider limits.
+    bool isWithin(double changedLimit, double meanLimit, double tintLimit) const {
         const int solidLimit = count / 5000 > 4 ? count / 5000 : 4;
-        return changed <= changedLimit && mean < 2 && solid <= solidLimit && tint <= tintLimit;
+        return changed <= changedLimit && mean <= meanLimit && solid <= solidLimit &&
+               tint <= tintLimit;
     }
 };
 

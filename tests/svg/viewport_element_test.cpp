@@ -149,15 +149,6 @@ TEST(Viewport, TheRecordOfAnSvgElement) {
                                        "'widht' and 'height' attributes"});
 }
 
-TEST(Viewport, SizesStayRelativeUntilGiven) {
-    const SvgTree tree("<svg id='s' width='5cx'/>");
-    const auto* svg = tree.find<SvgSvg>("s");
-    EXPECT_TRUE(svg->width.isRelative());
-    EXPECT_TRUE(svg->height.isRelative());
-    EXPECT_TRUE(svg->hasWidth);
-    EXPECT_FALSE(svg->hasHeight);
-}
-
 TEST(Viewport, LengthsReferToTheNearestSvgOrTheScreen) {
     const SvgTree tree(
         "<svg id='out' viewBox='0 0 10 20'><g><rect id='a'/></g>"
@@ -183,6 +174,7 @@ TEST(Viewport, ANestedSvgMapsItsViewBoxIntoItsPlace) {
         {"width='50%' height='50%' viewBox='0 0 10 10' preserveAspectRatio='none'", true, 100, 50},
         {"x='5' y='6' width='9' height='9'", true, 15, 16},
         {"x='5' y='6'", true, 15, 16},
+        {"x='5' y='6' width='5cx'", true, 15, 16},
         {"x='5' width='0' viewBox='0 0 20 20'", false, 0, 0},
         {"x='5' height='-1'", false, 0, 0},
         {"x='5' viewBox='0 0 0 20'", false, 0, 0},
