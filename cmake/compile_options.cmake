@@ -25,6 +25,7 @@ if(QUOR_DEVELOPER_WARNINGS)
 endif()
 
 if(QUOR_SANITIZE)
+  add_compile_options(-UNDEBUG)  # assertions as well
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)

@@ -1,3 +1,5 @@
+// Loads a text: XML, then the element tree, then the viewport that the outermost element asks for.
+
 #include "api/document.h"
 
 #include <cstring>
@@ -11,7 +13,7 @@ namespace quor {
 
 namespace {
 
-/// A size attribute of the outermost element, and what the log hears when it gives no pixels.
+/// A size attribute of the outermost element, and the warnings for one that gives no pixels.
 struct SizeAttribute {
     AttributeId attribute;
     LengthAxis axis;
@@ -106,6 +108,13 @@ Rect Document::outermostViewport() const noexcept {
     Rect shown;
     shown.set(0.0F, 0.0F, shownWidth, shownHeight);
     return shown;
+}
+
+Status Document::draw(const DrawingSurface& surface, RenderingQuality quality) noexcept {
+    if (viewport.isDegenerate()) return Status::kOk;
+    root_->setOutermostMapping(viewportMapping(viewport, surface.viewport, alignment));
+    const SvgMatrix base = surfaceFlip(surface.height()) * surface.transformMatrix();
+    return drawDocument(*root_, traversal_, base, quality);
 }
 
 float Document::width() const noexcept { return pixelsOf(*this, kWidth); }

@@ -2,22 +2,20 @@
 
 #include <tinyxml2.h>
 
+#include "api/draw/document_draw.h"
+#include "api/draw/traversal.h"
 #include "api/drawing_surface.h"
-#include "api/traversal.h"
 #include "svg/containers.h"
-#include "svg/document.h"
 #include "svg/rect.h"
 #include "svg/status.h"
+#include "svg/tree_resources.h"
 #include "svg/viewport_alignment.h"
 
 namespace quor {
 
-/// The order of the exported quality values.
-enum class RenderingQuality : uint32_t { kNonAntialiased = 0, kFaster = 1, kBetter = 2 };
-
 /// A parsed SVG text: the XML document, the node tree that points into it, and where the drawing
 /// goes on a surface.
-class Document final : public SvgDocument {
+class Document final : public TreeResources {
 public:
     /// An empty document, to be loaded. Null when memory runs out.
     static Document* create(const ScreenParameters& screenParameters) noexcept;
@@ -36,8 +34,8 @@ public:
     /// Whether the buffers are small enough to be kept.
     bool isSmall() const noexcept { return textSize_ <= kSmallText; }
 
-    /// The outermost element's size in pixels; -1 when it is missing or relative, which the log
-    /// hears of.
+    /// The outermost element's size in pixels; -1, and a warning in the log, when it is missing or
+    /// relative.
     float width() const noexcept;
     float height() const noexcept;
 
@@ -55,7 +53,7 @@ private:
     static constexpr size_t kSmallText = size_t{1} << 15;  ///< bytes
 
     explicit Document(const ScreenParameters& screenParameters) noexcept
-        : SvgDocument(screenParameters) {}
+        : TreeResources(screenParameters) {}
 
     Status parse(const char* xmlText) noexcept;
     Status buildTree() noexcept;

@@ -1,8 +1,11 @@
+// Walks a document for the elements to pack and measures them under the packing's scale.
+
 #include "api/element_collector.h"
 
 #include <cmath>
 
-#include "api/container_visit.h"
+#include "api/draw/node_draw.h"
+#include "api/draw/node_visit.h"
 #include "svg/engine_error.h"
 
 namespace quor {
@@ -27,7 +30,7 @@ public:
           counts_(counts) {}
 
     Status collect() noexcept {
-        (void)takeEngineError();  // left behind by a call that ended early
+        (void)takeEngineError();  // an error that an earlier call left pending
         SvgSvg& root = document_.root();
         root.setOutermostMapping(SvgMatrix());
         const float scale = request_.scale;
@@ -37,12 +40,13 @@ public:
 
 private:
     Status openContainer(SvgNode& container) noexcept {
-        return visitContainer(container, traversal_, [&] { return collectChildren(container); });
+        return visitNode(container, traversal_, [&] { return collectChildren(container); });
     }
 
     Status collectChildren(SvgNode& container) noexcept {
         for (SvgNode* child : container.children()) {
-            if (!child->isRenderable() || child->style().display == SvgDisplay::kNone) continue;
+            if (!isRenderable(child->kind()) || child->style().display == SvgDisplay::kNone)
+                continue;
             const bool opens = request_.opensGroups && isContainer(*child);
             const Status status = opens ? openContainer(*child) : measure(*child);
             if (status != Status::kOk) return status;
@@ -52,7 +56,7 @@ private:
 
     Status measure(SvgNode& node) noexcept {
         Box box;
-        const Status status = node.bounds(traversal_, box);
+        const Status status = nodeBounds(node, traversal_, box);
         if (status != Status::kOk || box.isEmpty()) return status;
         return take(node, std::floor(double{box.minX}), std::floor(double{box.minY}),
                     std::ceil(double{box.maxX}), std::ceil(double{box.maxY}));

@@ -1,3 +1,5 @@
+// A table of slots with a free list that is used last in, first out.
+
 #include "api/handles.h"
 
 namespace quor {
@@ -25,7 +27,8 @@ uint32_t HandleTable::add(HandleKind kind, void* object) noexcept {
 
 uint32_t HandleTable::reuseFreeSlot(const HandleSlot& slot) noexcept {
     HandleSlot& reused = slots_[static_cast<int>(freeSlots_.last())];
-    // A slot that was released twice may be in use again; its object must not be lost.
+    // A slot that was released twice may be in use again; its object is kept for reset() to
+    // destroy.
     if (reused.object != nullptr && !displaced_.push(reused)) return 0;
     reused = slot;
     return handleOf(freeSlots_.pop(), slot.kind);
@@ -49,7 +52,8 @@ bool HandleTable::release(uint32_t handle, HandleKind kind, void*& object) noexc
     const uint32_t index = handle >> 1;
     object = slot->object;
     slots_[static_cast<int>(index)].object = nullptr;
-    // When this push fails the slot is never reused, which harms nobody.
+    // Deliberately without a test whether the slot is free already: callers that destroy a handle
+    // twice count on QUOR_NO_ERROR. When the push fails the slot is just never reused.
     freeSlots_.push(index);
     return true;
 }

@@ -15,10 +15,10 @@ struct HandleSlot {
     void* object;
 };
 
-/// The table behind the caller's handles. Handle = slot index << 1 | kind.
+/// Maps the caller's handles to objects. Handle = slot index << 1 | kind.
 ///
 /// Slot 0 stays empty, so 0 is no handle. The count never shrinks while the table is in use;
-/// released slots are reused, the last released first. The objects belong to whoever fills the
+/// released slots are reused last in, first out. The objects belong to whoever fills the
 /// table: they are typed pointers only to callers.
 class HandleTable {
 public:
@@ -33,8 +33,9 @@ public:
     void* find(uint32_t handle, HandleKind kind) const noexcept;
 
     /// Empties the slot and returns what it held in `object`, for the caller to destroy.
-    /// A slot that is empty already gives null and becomes free once more: two later objects then
-    /// share it. False, with nothing changed, for a bad handle or an object of the other kind.
+    /// A slot that is empty already gives null and, deliberately, becomes free once more, so that
+    /// callers may destroy a handle twice: two later objects then share it. False, with nothing
+    /// changed, for a bad handle or an object of the other kind.
     [[nodiscard]] bool release(uint32_t handle, HandleKind kind, void*& object) noexcept;
 
     /// Hands every object to `destroy`, those included that lost a shared slot to another object,
@@ -54,7 +55,7 @@ private:
     static constexpr int kInitialCapacity = 16;
     static constexpr uint32_t kMaxIndex = 0x7FFFFFFF;
 
-    /// The slot behind a handle that passes the test of kind bit and range; else null.
+    /// The slot of a handle whose kind bit and index are in order; else null.
     const HandleSlot* slotOf(uint32_t handle, HandleKind kind) const noexcept;
     uint32_t reuseFreeSlot(const HandleSlot& slot) noexcept;
 

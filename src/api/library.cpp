@@ -1,8 +1,13 @@
+// Starts and ends the library, creates and destroys its objects, and runs draws: surface current,
+// cleared, drawn on, finished.
+
 #include "api/library.h"
 
+#include <cassert>
+#include <cmath>
 #include <utility>
 
-#include "api/packing_draw.h"
+#include "api/atlas_draw.h"
 #include "svg/engine_error.h"
 #include "vg/vg.h"
 
@@ -17,6 +22,7 @@ void discardMessage(const char* /*message*/) {}
 }  // namespace
 
 Status LibraryContext::initialize(uint32_t screenWidth, uint32_t screenHeight, float dpi) noexcept {
+    assert(std::isfinite(dpi));
     if (isInitialized_) return Status::kOk;
     clearing = {};
     if (screenWidth == 0 || screenHeight == 0 || !(dpi > 0.0F)) return Status::kIllegalArgument;
@@ -30,7 +36,7 @@ Status LibraryContext::initialize(uint32_t screenWidth, uint32_t screenHeight, f
 }
 
 bool LibraryContext::allocate() noexcept {
-    if (!handles_.initialize() || !packing_.initialize()) return false;
+    if (!handles_.initialize() || !atlas_.initialize()) return false;
     engine_ = vg::createContext(nullptr);
     idleSurface_ = vg::createSurface(1, 1, {});
     if (engine_ == nullptr || idleSurface_ == nullptr) return false;
@@ -66,7 +72,7 @@ void LibraryContext::releaseAll() noexcept {
     vg::destroySurface(idleSurface_);
     idleSurface_ = nullptr;
     packingSurface_ = nullptr;
-    packing_.release();
+    atlas_.release();
 }
 
 DrawingSurface* LibraryContext::findSurface(uint32_t handle) const noexcept {
@@ -105,7 +111,7 @@ Status LibraryContext::destroySurface(uint32_t handle) noexcept {
 Status LibraryContext::destroyDocument(uint32_t handle) noexcept {
     void* object = nullptr;
     if (!handles_.release(handle, HandleKind::kDocument, object)) return Status::kBadHandle;
-    packing_.forgetDocument(static_cast<Document*>(object));
+    atlas_.forgetDocument(static_cast<Document*>(object));
     retire(static_cast<Document*>(object));
     return Status::kOk;
 }
@@ -138,18 +144,18 @@ Status LibraryContext::beginPacking(const packing::BinRules& rules, float scale)
     if (!vg::makeCurrent(engine_, packingSurface_->engineSurface())) {
         return Status::kIllegalArgument;
     }
-    packing_.begin(rules, scale);
+    atlas_.begin(rules, scale);
     return Status::kOk;
 }
 
 Status LibraryContext::drawPackedRects(const QuorPackedRect* rects, uint32_t count,
                                        DrawingSurface& surface, RenderingQuality quality) noexcept {
     for (uint32_t i = 0; i < count; ++i) {
-        if (packing_.elementOf(rects[i]).document == nullptr) return Status::kBadHandle;
+        if (atlas_.elementOf(rects[i]).document == nullptr) return Status::kBadHandle;
     }
     Status status = prepareDraw(surface);
     if (status == Status::kOk) {
-        status = quor::drawPackedRects(packing_, rects, count, surface, quality);
+        status = quor::drawPackedRects(atlas_, rects, count, surface, quality);
     }
     vg::finishSurface(surface.engineSurface());
     return status;
@@ -157,7 +163,7 @@ Status LibraryContext::drawPackedRects(const QuorPackedRect* rects, uint32_t cou
 
 Status LibraryContext::prepareDraw(const DrawingSurface& surface) const noexcept {
     if (!vg::makeCurrent(engine_, surface.engineSurface())) return Status::kIllegalArgument;
-    (void)takeEngineError();  // left behind by a call that ended early
+    (void)takeEngineError();  // an error that an earlier call left pending
     vgSeti(VG_SCISSORING, VG_FALSE);
     return clear(surface);
 }

@@ -2,17 +2,17 @@
 
 #include <cstdint>
 
+#include "api/atlas_session.h"
 #include "api/document.h"
 #include "api/drawing_surface.h"
 #include "api/handles.h"
-#include "api/packing.h"
-#include "svg/document.h"
 #include "svg/status.h"
+#include "svg/tree_resources.h"
 #include "vg/engine.h"
 
 namespace quor {
 
-/// What draws clear their surface with; survives done().
+/// The clear colour, and whether draws clear their surface first. Kept across done().
 struct ClearSettings {
     float color[4] = {1.0F, 1.0F, 1.0F, 0.0F};  ///< red, green, blue, alpha; not premultiplied
     bool isEnabled = true;
@@ -46,11 +46,11 @@ public:
     /// Clears the surface as the settings say, then draws the document unless it is null.
     Status draw(Document* document, DrawingSurface& surface, RenderingQuality quality) noexcept;
 
-    Packing& packing() noexcept { return packing_; }
+    AtlasSession& atlas() noexcept { return atlas_; }
 
     /// Starts a packing with the packing surface current. kOutOfMemory, with nothing changed, when
     /// that surface was destroyed and cannot be made again; kIllegalArgument when it cannot be made
-    /// current. Preconditions as for Packing::begin.
+    /// current. Preconditions as for AtlasSession::begin.
     Status beginPacking(const packing::BinRules& rules, float scale) noexcept;
 
     /// Clears the surface as the settings say, then draws the rectangles of the packing.
@@ -80,7 +80,7 @@ private:
     /// 1 x 1, where the atlas packer measures documents; null when a caller destroyed it. By its
     /// address, for its handle may have gone to another surface.
     DrawingSurface* packingSurface_ = nullptr;
-    Packing packing_;
+    AtlasSession atlas_;
 };
 
 extern constinit LibraryContext library;

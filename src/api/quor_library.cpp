@@ -4,6 +4,10 @@
 
 using quor::library;
 
+// The text of a macro's value.
+#define QUOR_QUOTED(value) #value
+#define QUOR_TEXT_OF(macro) QUOR_QUOTED(macro)
+
 QUOR_API uint32_t quorInit(uint32_t screenWidth, uint32_t screenHeight, float dpi) {
     return codeOf(library.initialize(screenWidth, screenHeight, base::finite(dpi)));
 }
@@ -15,7 +19,8 @@ QUOR_API const char* quorGetString(uint32_t name) {
         case QUOR_VENDOR:
             return "Kestrune S.r.l.";
         case QUOR_VERSION:
-            return "1.0.0.335";
+            return QUOR_TEXT_OF(QUOR_VERSION_MAJOR) "." QUOR_TEXT_OF(QUOR_VERSION_MINOR) "."  //
+                QUOR_TEXT_OF(QUOR_VERSION_PATCH) ".335";
         default:
             return "";
     }

@@ -1,8 +1,8 @@
 #include <bit>
 
 #include "api/arguments.h"
+#include "api/atlas_session.h"
 #include "api/library.h"
-#include "api/packing.h"
 #include "base/finite.h"
 
 using quor::library;
@@ -19,11 +19,11 @@ bool areUsableRules(uint32_t maxDimension, uint32_t border, bool isPowerOfTwo) n
 
 /// Null without a result and for a bin out of range.
 const PackedBin* findBin(uint32_t bin) noexcept {
-    const quor::Packing& packing = library.packing();
-    if (!packing.hasResult() || bin >= static_cast<uint32_t>(packing.bins().count())) {
+    const quor::AtlasSession& atlas = library.atlas();
+    if (!atlas.hasResult() || bin >= static_cast<uint32_t>(atlas.bins().count())) {
         return nullptr;
     }
-    return &packing.bins()[static_cast<int>(bin)];
+    return &atlas.bins()[static_cast<int>(bin)];
 }
 
 }  // namespace
@@ -31,7 +31,7 @@ const PackedBin* findBin(uint32_t bin) noexcept {
 QUOR_API uint32_t quorPackingBegin(uint32_t maxDimension, uint32_t border, uint32_t pow2Bins,
                                    float scale) {
     if (!library.isInitialized()) return QUOR_NOT_INITIALIZED_ERROR;
-    if (library.packing().isPacking()) return QUOR_STILL_PACKING_ERROR;
+    if (library.atlas().isPacking()) return QUOR_STILL_PACKING_ERROR;
     scale = base::finite(scale);
     if (!areUsableRules(maxDimension, border, pow2Bins != 0) || !(scale > 0.0F)) {
         return QUOR_ILLEGAL_ARGUMENT_ERROR;
@@ -43,14 +43,14 @@ QUOR_API uint32_t quorPackingBegin(uint32_t maxDimension, uint32_t border, uint3
 QUOR_API uint32_t quorPackingAdd(uint32_t document, uint32_t explodeGroups, float scale,
                                  uint32_t* info) {
     if (!library.isInitialized()) return QUOR_NOT_INITIALIZED_ERROR;
-    if (!library.packing().isPacking()) return QUOR_NOT_PACKING_ERROR;
+    if (!library.atlas().isPacking()) return QUOR_NOT_PACKING_ERROR;
     quor::Document* source = library.findDocument(document);
     if (source == nullptr) return QUOR_BAD_HANDLE_ERROR;
     scale = base::finite(scale);
     if (!quor::isUsableArray(info) || !(scale > 0.0F)) return QUOR_ILLEGAL_ARGUMENT_ERROR;
     quor::CollectionCounts counts;
     const quor::Status status =
-        library.packing().add(*source, document, explodeGroups != 0, scale, counts);
+        library.atlas().add(*source, document, explodeGroups != 0, scale, counts);
     if (status != quor::Status::kOk) return codeOf(status);
     info[0] = counts.taken;
     info[1] = counts.tooLarge;
@@ -59,18 +59,18 @@ QUOR_API uint32_t quorPackingAdd(uint32_t document, uint32_t explodeGroups, floa
 
 QUOR_API uint32_t quorPackingEnd(uint32_t performPacking) {
     if (!library.isInitialized()) return QUOR_NOT_INITIALIZED_ERROR;
-    if (!library.packing().isPacking()) return QUOR_NOT_PACKING_ERROR;
-    return codeOf(library.packing().end(performPacking != 0));
+    if (!library.atlas().isPacking()) return QUOR_NOT_PACKING_ERROR;
+    return codeOf(library.atlas().end(performPacking != 0));
 }
 
 QUOR_API uint32_t quorPackingBinsCount(void) {
-    if (!library.isInitialized() || !library.packing().hasResult()) return 0;
-    return static_cast<uint32_t>(library.packing().bins().count());
+    if (!library.isInitialized() || !library.atlas().hasResult()) return 0;
+    return static_cast<uint32_t>(library.atlas().bins().count());
 }
 
 QUOR_API uint32_t quorPackingBinInfo(uint32_t bin, uint32_t* info) {
     if (!library.isInitialized()) return QUOR_NOT_INITIALIZED_ERROR;
-    if (library.packing().isPacking()) return QUOR_STILL_PACKING_ERROR;
+    if (library.atlas().isPacking()) return QUOR_STILL_PACKING_ERROR;
     const PackedBin* found = findBin(bin);
     if (!quor::isUsableArray(info) || found == nullptr) return QUOR_ILLEGAL_ARGUMENT_ERROR;
     info[0] = found->width;
@@ -82,13 +82,13 @@ QUOR_API uint32_t quorPackingBinInfo(uint32_t bin, uint32_t* info) {
 QUOR_API const QuorPackedRect* quorPackingBinRects(uint32_t bin) {
     if (!library.isInitialized()) return nullptr;
     const PackedBin* found = findBin(bin);
-    return found != nullptr ? library.packing().rectsOf(*found) : nullptr;
+    return found != nullptr ? library.atlas().rectsOf(*found) : nullptr;
 }
 
 QUOR_API uint32_t quorPackingDraw(uint32_t bin, uint32_t firstRect, uint32_t rectsCount,
                                   uint32_t surface, uint32_t renderingQuality) {
     if (!library.isInitialized()) return QUOR_NOT_INITIALIZED_ERROR;
-    if (library.packing().isPacking()) return QUOR_STILL_PACKING_ERROR;
+    if (library.atlas().isPacking()) return QUOR_STILL_PACKING_ERROR;
     const PackedBin* found = findBin(bin);
     if (found == nullptr ||
         uint64_t{firstRect} + rectsCount > static_cast<uint32_t>(found->rectsCount)) {
@@ -97,7 +97,7 @@ QUOR_API uint32_t quorPackingDraw(uint32_t bin, uint32_t firstRect, uint32_t rec
     quor::DrawingSurface* target = library.findSurface(surface);
     if (target == nullptr) return QUOR_BAD_HANDLE_ERROR;
     if (renderingQuality > QUOR_RENDERING_QUALITY_BETTER) return QUOR_ILLEGAL_ARGUMENT_ERROR;
-    const QuorPackedRect* rects = library.packing().rectsOf(*found) + firstRect;
+    const QuorPackedRect* rects = library.atlas().rectsOf(*found) + firstRect;
     return codeOf(library.drawPackedRects(rects, rectsCount, *target,
                                           static_cast<quor::RenderingQuality>(renderingQuality)));
 }

@@ -1,3 +1,5 @@
+// Copies pixels, and dilates the colours of visible ones by one pixel into transparent ones.
+
 #include "api/surface_copy.h"
 
 #include <cstddef>

@@ -6,7 +6,7 @@
 
 namespace base {
 
-/// Memory that is handed out piece by piece and given back as a whole.
+/// An arena: memory is allocated piece by piece (a bump pointer) and freed as a whole.
 ///
 /// Pieces are aligned for every fundamental type, keep their place, and are never constructed or
 /// destroyed. Blocks double from kFirstBlock to kLargestBlock bytes; a larger piece has a block of

@@ -11,8 +11,8 @@ namespace base {
 
 /// A growable array on the C heap that reports exhaustion instead of throwing.
 ///
-/// A failed growth leaves the contents as they were and sets the failure mark, which stays
-/// until clearFailure(): a caller may append many elements and ask once at the end.
+/// A failed growth leaves the contents as they were and sets a sticky failure flag, cleared by
+/// clearFailure(): a caller may append many elements and ask once at the end.
 /// Growing adds at least kGrowthStep elements and at least half of the capacity.
 /// Elements are copied as bytes and never constructed or destroyed.
 template <class T>
@@ -72,7 +72,7 @@ public:
         return reallocate(needed > stepped ? needed : stepped);
     }
 
-    /// Appends a copy of `value`; false (and the failure mark) when memory runs out.
+    /// Appends a copy of `value`; false (and the failure flag) when memory runs out.
     bool push(const T& value) noexcept {
         const T copy = value;  // `value` may live inside the array
         if (count_ == capacity_ && !reserveMore(1)) return false;
@@ -104,7 +104,7 @@ public:
         if (!resize(count)) return false;
         if (count > before) {
             std::memset(static_cast<void*>(data_ + before), 0,
-                        sizeof(T) * static_cast<size_t>(count - before));
+                        kElementSize * static_cast<size_t>(count - before));
         }
         return true;
     }
@@ -122,7 +122,7 @@ public:
     void release() noexcept { Array().swap(*this); }
 
     /// Shrinks the memory to the used size (at least one element). A shrink that fails sets the
-    /// failure mark and changes nothing else.
+    /// failure flag and changes nothing else.
     void shrinkToFit() noexcept {
         const int fitted = count_ > 0 ? count_ : 1;
         if (data_ != nullptr && fitted < capacity_) (void)reallocate(fitted);
@@ -136,8 +136,10 @@ public:
     }
 
 private:
+    static constexpr size_t kElementSize = sizeof(T);  // NOLINT(bugprone-sizeof-expression): a
+                                                       // pointer's own size is meant, too
     /// Byte sizes stay below 2^31, so that sums of two counts never overflow an int.
-    static constexpr int kMaxCount = static_cast<int>(0x7FFFFFFF / sizeof(T));
+    static constexpr int kMaxCount = static_cast<int>(0x7FFFFFFF / kElementSize);
 
     bool fail() noexcept {
         failed_ = true;
@@ -147,7 +149,7 @@ private:
     bool reallocate(int capacity) noexcept {
         if (capacity > kMaxCount) return fail();
         void* memory =
-            std::realloc(static_cast<void*>(data_), sizeof(T) * static_cast<size_t>(capacity));
+            std::realloc(static_cast<void*>(data_), kElementSize * static_cast<size_t>(capacity));
         if (memory == nullptr) return fail();
         data_ = static_cast<T*>(memory);
         capacity_ = capacity;

@@ -60,9 +60,6 @@ enum class AttributeId : uint8_t {
 
 inline constexpr int kAttributeCount = static_cast<int>(AttributeId::kCount);
 
-/// The name in documents; zero-terminated. Precondition: not kCount.
-std::string_view attributeName(AttributeId id) noexcept;
-
 /// The attribute of this exact name; kCount when there is none.
 AttributeId findAttributeId(std::string_view name) noexcept;
 

@@ -1,3 +1,7 @@
+// Collects an element's known attributes in one pass, lays the declarations of its `style` over
+// them, and stores them packed: a bit mask of what is present, and an array without gaps, which a
+// population count of the mask indexes.
+
 #include "svg/attribute_table.h"
 
 #include <tinyxml2.h>

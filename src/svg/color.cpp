@@ -1,3 +1,5 @@
+// Reads colours: hexadecimal digits, rgb() and keywords, the latter by binary search.
+
 #include "svg/color.h"
 
 #include <algorithm>
@@ -73,7 +75,8 @@ uint32_t readRgbComponent(TextCursor& cursor) noexcept {
     return truncateToBits(value);
 }
 
-/// The cursor follows "rgb(". Components out of range are not clamped: they wrap.
+/// The cursor follows "rgb(". Components out of range wrap, deliberately: they overflow into the
+/// bytes before them, and drawings that are right only so keep their colours.
 bool readRgbColor(TextCursor& cursor, SvgColor& color) noexcept {
     uint32_t packed = 0;
     for (int i = 0; i < 3; ++i) {

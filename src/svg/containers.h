@@ -9,14 +9,12 @@ namespace quor {
 class SvgGroup final : public SvgNode {
 public:
     using SvgNode::SvgNode;
-    bool isRenderable() const noexcept override { return true; }
 };
 
 /// Nothing inside `defs` is drawn directly.
 class SvgDefs final : public SvgNode {
 public:
     using SvgNode::SvgNode;
-    Status draw(Traversal& traversal) noexcept override;
 };
 
 /// An `svg` element, outermost or nested.
@@ -24,14 +22,11 @@ class SvgSvg final : public SvgNode {
 public:
     using SvgNode::SvgNode;
     Status parseAttributes(const AttributeTable& attributes) noexcept override;
-    bool isRenderable() const noexcept override { return true; }
 
     /// Null while the record is unset.
     const Rect* viewport() const noexcept override {
         return viewport_.isSet() ? &viewport_ : nullptr;
     }
-    Status draw(Traversal& traversal) noexcept override;
-    Status bounds(Traversal& traversal, Box& box) noexcept override;
 
     /// The outermost `svg` is placed by the document: this map is used instead of its own x, y,
     /// width, height and viewBox.
@@ -65,9 +60,6 @@ class SvgUse final : public SvgNode {
 public:
     using SvgNode::SvgNode;
     Status parseAttributes(const AttributeTable& attributes) noexcept override;
-    bool isRenderable() const noexcept override { return true; }
-    Status draw(Traversal& traversal) noexcept override;
-    Status contentBounds(Traversal& traversal, Box& box) noexcept override;
 
     /// The element that `xlink:href` names, looked up on first need; null when there is none.
     SvgNode* target() noexcept;

@@ -1,3 +1,6 @@
+// Reads the attributes of gradients, stops and `solidColor`, and resolves their colours through
+// "inherit" and currentColor.
+
 #include "svg/gradient.h"
 
 #include <algorithm>
@@ -78,14 +81,6 @@ ResolvedColor resolveColor(const SvgNode& node, AttributeId colorProperty,
 }
 
 }  // namespace
-
-SvgGradient::~SvgGradient() {
-    if (paint_ != VG_INVALID_HANDLE) vgDestroyPaint(paint_);
-}
-
-SvgSolidColor::~SvgSolidColor() {
-    if (paint_ != VG_INVALID_HANDLE) vgDestroyPaint(paint_);
-}
 
 Status SvgGradient::parseAttributes(const AttributeTable& attributes) noexcept {
     parseGeometry(attributes);

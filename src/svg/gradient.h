@@ -2,7 +2,6 @@
 
 #include "svg/length.h"
 #include "svg/paint_server.h"
-#include "vg/vg.h"
 
 namespace quor {
 
@@ -11,16 +10,12 @@ enum class SpreadMethod : uint8_t { kPad = 0, kReflect = 1, kRepeat = 2 };
 
 /// What linear and radial gradients have in common.
 ///
-/// A gradient owns an engine paint, made when it is first used. Attributes that it lacks come from
-/// the nearest gradient of its chain of references that has them, geometry only from one of its own
-/// kind, and its stops from the nearest one with stops.
+/// Attributes that a gradient lacks come from the nearest gradient of its chain of references that
+/// has them, geometry only from one of its own kind, and its stops from the nearest one with stops.
 class SvgGradient : public SvgPaintServer {
 public:
     using SvgPaintServer::SvgPaintServer;
-    ~SvgGradient() override;
     Status parseAttributes(const AttributeTable& attributes) noexcept override;
-    Status buildPaint(Traversal& traversal, SvgShape& shape, bool forFill,
-                      bool& isUsable) noexcept override;
 
     GradientUnits gradientUnits = GradientUnits::kObjectBoundingBox;
     SpreadMethod spreadMethod = SpreadMethod::kPad;
@@ -31,6 +26,7 @@ public:
     bool hasSpreadMethod = false;
     bool hasTransform = false;
     const char* href = nullptr;  ///< raw `xlink:href` text, or null
+    bool areStopsFinal = false;  ///< the engine paint has the stops, and they will not change
 
     /// Takes over what the element lacks from the gradients that it refers to, once. A circle of
     /// references ends where it began.
@@ -46,28 +42,15 @@ protected:
     /// Takes over the absent lengths from a gradient of the same kind.
     virtual void inheritGeometry(const SvgGradient& other) noexcept = 0;
 
-    /// Sends type and geometry to the engine paint.
-    virtual void sendGeometry() const noexcept = 0;
-
-    /// A geometry attribute in the gradient's units: user units, or parts of the shape's box.
-    float resolve(const SvgLength& length, LengthAxis axis) const noexcept;
-
-    VGPaint paint_ = VG_INVALID_HANDLE;
-
 private:
     SvgGradient* referenced() noexcept;
     void inheritFrom(const SvgGradient& other) noexcept;
     bool hasStops() const noexcept;
 
-    Status createPaint() noexcept;
-    Status sendStops() noexcept;
-    void setPaintMatrix(SvgShape& shape) noexcept;
-
     SvgGradient* referenced_ = nullptr;
     bool isReferenceResolved_ = false;
     bool isInherited_ = false;
     const SvgGradient* stopSource_ = nullptr;
-    bool stopsFinal_ = false;  ///< the engine has the stops, and they will not change
 };
 
 class SvgLinearGradient final : public SvgGradient {
@@ -78,7 +61,6 @@ public:
 protected:
     void parseGeometry(const AttributeTable& attributes) noexcept override;
     void inheritGeometry(const SvgGradient& other) noexcept override;
-    void sendGeometry() const noexcept override;
 };
 
 class SvgRadialGradient final : public SvgGradient {
@@ -89,7 +71,6 @@ public:
 protected:
     void parseGeometry(const AttributeTable& attributes) noexcept override;
     void inheritGeometry(const SvgGradient& other) noexcept override;
-    void sendGeometry() const noexcept override;
 };
 
 /// A colour with an opacity that a node resolves from a pair of properties, once if they do not
@@ -117,13 +98,9 @@ private:
 class SvgSolidColor final : public SvgPaintServer {
 public:
     using SvgPaintServer::SvgPaintServer;
-    ~SvgSolidColor() override;
-    Status buildPaint(Traversal& traversal, SvgShape& shape, bool forFill,
-                      bool& isUsable) noexcept override;
     const ResolvedColor& resolvedColor() noexcept;
 
 private:
-    VGPaint paint_ = VG_INVALID_HANDLE;
     ResolvedColor resolved_;
 };
 

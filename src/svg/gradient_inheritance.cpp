@@ -1,7 +1,7 @@
 // What a gradient takes over from the gradients that it refers to.
 
 #include "svg/gradient.h"
-#include "svg/node_factory.h"
+#include "svg/tree_resources.h"
 
 namespace quor {
 
@@ -43,7 +43,7 @@ void SvgGradient::inheritAttributes() noexcept {
 SvgGradient* SvgGradient::referenced() noexcept {
     if (!isReferenceResolved_) {
         isReferenceResolved_ = true;
-        SvgNode* node = href != nullptr ? findReference(document_, href) : nullptr;
+        SvgNode* node = href != nullptr ? resources_.findReference(href) : nullptr;
         if (node != nullptr && isGradient(*node)) referenced_ = static_cast<SvgGradient*>(node);
     }
     return referenced_;

@@ -1,3 +1,7 @@
+// An open-addressing hash table: linear probing for a few slots, then double hashing. It doubles
+// when half full or when an id finds no slot near its own, but stops growing for ids that were made
+// to collide, so that hostile texts cost neither memory nor quadratic time.
+
 #include "svg/id_registry.h"
 
 #include <array>

@@ -1,9 +1,11 @@
+// What all elements share: ownership of their children, presentation attributes, and the climb to
+// an ancestor for a viewport or an inherited property.
+
 #include "svg/node.h"
 
-#include "svg/document.h"
-#include "svg/presentation_table.h"
-#include "svg/style_attribute.h"
+#include "svg/presentation_attributes.h"
 #include "svg/text_cursor.h"
+#include "svg/tree_resources.h"
 
 namespace quor {
 
@@ -17,12 +19,12 @@ SvgNode::~SvgNode() {
 }
 
 Status SvgNode::readAttributes(const tinyxml2::XMLElement& element) noexcept {
-    if (!attributes_.read(element, document_.arena)) return Status::kOutOfMemory;
+    if (!attributes_.read(element, resources_.arena)) return Status::kOutOfMemory;
     return parseAttributes(attributes_);
 }
 
 Status SvgNode::parseAttributes(const AttributeTable& attributes) noexcept {
-    const LengthContext lengths{document_.screen.dpi, &document_.initialViewport};
+    const LengthContext lengths{resources_.screen.dpi, &resources_.initialViewport};
     return readPresentationAttributes(attributes, lengths, style_, dashes_, transform_);
 }
 
@@ -41,15 +43,34 @@ const Rect& SvgNode::lengthViewport() const noexcept {
     const SvgNode* node = this;
     while (node != nullptr && node->kind() != SvgNodeKind::kSvg) node = node->parent();
     const Rect* own = node != nullptr ? node->viewport() : nullptr;
-    return own != nullptr ? *own : document_.initialViewport;
+    return own != nullptr ? *own : resources_.initialViewport;
 }
+
+namespace {
+
+/// The initial value of a property that is looked up in this way; null for all others.
+const char* initialValue(AttributeId property) noexcept {
+    switch (property) {
+        case AttributeId::kColor:
+        case AttributeId::kStopColor:
+        case AttributeId::kSolidColor:
+            return "#000";
+        case AttributeId::kStopOpacity:
+        case AttributeId::kSolidOpacity:
+            return "1";
+        default:
+            return nullptr;
+    }
+}
+
+}  // namespace
 
 const char* lookupInherited(const SvgNode* node, AttributeId property) noexcept {
     for (; node != nullptr; node = node->parent()) {
         const char* value = node->attribute(property);
         if (value != nullptr && !TextCursor(value).beginsWith("inherit")) return value;
     }
-    return initialPropertyValue(attributeName(property));
+    return initialValue(property);
 }
 
 }  // namespace quor

@@ -18,8 +18,7 @@ class XMLElement;
 
 namespace quor {
 
-class SvgDocument;
-class Traversal;  ///< the walk over a tree; the drawing side defines it
+class TreeResources;
 
 /// Fixed codes; gaps are never given to other kinds.
 enum class SvgNodeKind : uint8_t {
@@ -41,15 +40,37 @@ enum class SvgNodeKind : uint8_t {
     kGeneric = 99,
 };
 
+/// Whether a node of this kind has an outline: it is a SvgShape.
+constexpr bool isShape(SvgNodeKind kind) noexcept {
+    switch (kind) {
+        case SvgNodeKind::kCircle:
+        case SvgNodeKind::kEllipse:
+        case SvgNodeKind::kLine:
+        case SvgNodeKind::kPath:
+        case SvgNodeKind::kPolygon:
+        case SvgNodeKind::kPolyline:
+        case SvgNodeKind::kRect:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// Whether a node of this kind counts in bounds.
+constexpr bool isRenderable(SvgNodeKind kind) noexcept {
+    return isShape(kind) || kind == SvgNodeKind::kGroup || kind == SvgNodeKind::kSvg ||
+           kind == SvgNodeKind::kUse;
+}
+
 /// A node of the element tree; also the class of every element without one of its own.
 ///
-/// A node owns its children, lives in its document's arena and points into the texts of its XML
-/// element, so the XML document and the arena outlive the tree. draw(), bounds(), contentBounds()
-/// and paint() are the drawing side of a node: they are declared here and defined beside the
-/// traversal.
+/// A node owns its children, lives in the arena of its tree's resources and points into the texts
+/// of its XML element, so the XML document and the resources outlive the tree. Nodes hold values;
+/// whoever draws or measures them dispatches over kind(), which names the class.
 class SvgNode {
 public:
-    SvgNode(SvgDocument& document, SvgNodeKind kind) noexcept : document_(document), kind_(kind) {}
+    SvgNode(TreeResources& resources, SvgNodeKind kind) noexcept
+        : resources_(resources), kind_(kind) {}
     SvgNode(const SvgNode&) = delete;
     SvgNode& operator=(const SvgNode&) = delete;
     virtual ~SvgNode();
@@ -64,26 +85,11 @@ public:
     /// The area of its own coordinate system that the node shows; null for all but `svg`.
     virtual const Rect* viewport() const noexcept { return nullptr; }
 
-    /// Draws the node and its descendants. Anything but kOk ended the walk.
-    virtual Status draw(Traversal& traversal) noexcept;
-
-    /// Whether the node counts in bounds.
-    virtual bool isRenderable() const noexcept { return false; }
-
-    /// The node's box in the coordinates of the bottom of the transform stack.
-    virtual Status bounds(Traversal& traversal, Box& box) noexcept;
-
     /// Looks at the element's attributes and reads those that are needed before a draw.
     Status readAttributes(const tinyxml2::XMLElement& element) noexcept;
 
     /// Reads the node's attributes while the tree is built.
     virtual Status parseAttributes(const AttributeTable& attributes) noexcept;
-
-    /// The box of what the node holds, its own style and transform being pushed.
-    virtual Status contentBounds(Traversal& traversal, Box& box) noexcept;
-
-    /// Paints the node itself, not its children.
-    virtual Status paint(Traversal& traversal) noexcept;
 
     SvgNode* parent() const noexcept { return parent_; }
     /// A `use` re-points its target's parent to itself while it draws it.
@@ -91,7 +97,7 @@ public:
     const SvgNodeList& children() const noexcept { return children_; }
     /// The next child of the parent in whose list the node is; null after the last.
     SvgNode* nextSibling() const noexcept { return nextSibling_; }
-    SvgDocument& document() const noexcept { return document_; }
+    TreeResources& resources() const noexcept { return resources_; }
     const SvgMatrix& transform() const noexcept { return transform_; }
     SvgStyle& style() noexcept { return style_; }
     const SvgStyle& style() const noexcept { return style_; }
@@ -110,7 +116,7 @@ public:
     const Rect& lengthViewport() const noexcept;
 
 protected:
-    SvgDocument& document_;
+    TreeResources& resources_;
     SvgNode* parent_ = nullptr;
     SvgNode* nextSibling_ = nullptr;
     SvgNodeList children_;
@@ -127,7 +133,8 @@ inline SvgNodeList::Iterator& SvgNodeList::Iterator::operator++() noexcept {
 }
 
 /// The first value of the property at or above the node that does not begin with "inherit"; else
-/// the initial value of the property; null for an attribute that is no property.
+/// its initial value. The properties are `color` and those of `stop` and `solidColor`; the others
+/// are inherited as SvgStyle.
 const char* lookupInherited(const SvgNode* node, AttributeId property) noexcept;
 
 }  // namespace quor

@@ -1,18 +1,20 @@
+// Builds the tree depth first. An element's class is that of the first keyword which its name
+// begins with; a table by initial letter keeps the search short.
+
 #include "svg/node_factory.h"
 
 #include <tinyxml2.h>
 
 #include <array>
-#include <cstring>
 #include <iterator>
 #include <memory>
 #include <string_view>
 
 #include "svg/containers.h"
-#include "svg/document.h"
 #include "svg/gradient.h"
 #include "svg/shapes.h"
 #include "svg/text_cursor.h"
+#include "svg/tree_resources.h"
 
 namespace quor {
 
@@ -21,11 +23,11 @@ namespace {
 using tinyxml2::XMLElement;
 
 /// Makes the bare node of an element; null when memory runs out.
-using Maker = SvgNode* (*)(SvgDocument& document) noexcept;
+using Maker = SvgNode* (*)(TreeResources& resources) noexcept;
 
 template <class Node, SvgNodeKind kKind>
-SvgNode* make(SvgDocument& document) noexcept {
-    return new (document.arena) Node(document, kKind);
+SvgNode* make(TreeResources& resources) noexcept {
+    return new (resources.arena) Node(resources, kKind);
 }
 
 constexpr Maker kDropped = nullptr;
@@ -89,7 +91,7 @@ Status appendChildren(XMLElement& element, SvgNode& node) noexcept {
     for (XMLElement* childElement = element.FirstChildElement(); childElement != nullptr;
          childElement = childElement->NextSiblingElement()) {
         SvgNode* child = nullptr;
-        const Status status = buildNode(node.document(), *childElement, child);
+        const Status status = buildNode(node.resources(), *childElement, child);
         if (status != Status::kOk) return status;
         if (child != nullptr) node.appendChild(child);
     }
@@ -103,28 +105,20 @@ Status fillNode(XMLElement& element, SvgNode& node) noexcept {
     if (status == Status::kOk) status = appendChildren(element, node);
     if (status != Status::kOk) return status;
     const char* id = node.id();
-    return id != nullptr ? node.document().ids.insert(id, &node) : Status::kOk;
+    return id != nullptr ? node.resources().ids.insert(id, &node) : Status::kOk;
 }
 
 }  // namespace
 
-Status buildNode(SvgDocument& document, XMLElement& element, SvgNode*& node) noexcept {
+Status buildNode(TreeResources& resources, XMLElement& element, SvgNode*& node) noexcept {
     node = nullptr;
     const Maker maker = findMaker(element.Name());
     if (maker == kDropped) return Status::kOk;
-    std::unique_ptr<SvgNode> built(maker(document));
+    std::unique_ptr<SvgNode> built(maker(resources));
     if (built == nullptr) return Status::kOutOfMemory;
     const Status status = fillNode(element, *built);
     if (status == Status::kOk) node = built.release();
     return status;
-}
-
-SvgNode* findReference(const SvgDocument& document, const char* reference) noexcept {
-    if (*reference == '#') ++reference;
-    size_t length = std::strcspn(reference, ")");
-    const auto endsTheName = [](char c) { return isSvgSpace(c) || c == '\'' || c == '"'; };
-    while (length > 0 && endsTheName(reference[length - 1])) --length;
-    return document.ids.find(reference, length);
 }
 
 }  // namespace quor

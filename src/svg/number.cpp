@@ -1,6 +1,11 @@
+// Decimal text to floating point, by additions and multiplications in a fixed order: the same bits
+// on every machine, though not always the nearest value. Numbers without an exponent and with few
+// digits take a shorter way to the same result.
+
 #include "svg/number.h"
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -160,6 +165,7 @@ double decimalValue(const char* first, const char* last) noexcept {
 }
 
 float scanFloat(const char*& at, int mostLength) noexcept {
+    assert(mostLength >= kPlainLength);
     double value = 0.0;
     if (const char* end = scanPlain(at, value)) {
         at = end;

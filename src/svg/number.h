@@ -5,8 +5,9 @@
 namespace quor {
 
 /// Reads a number of any attribute but path data: white space, a sign, then digits, '.', 'e' and
-/// 'E'. A sign after the exponent letter is not part of the number: "1e-5" is read as "1e", which
-/// is 0, and the "-5" is passed over with it. At most 63 characters count.
+/// 'E'. Deliberately, for drawings that are right only so, a sign after the exponent letter is not
+/// part of the number: "1e-5" is read as "1e", which is 0, and the "-5" is passed over with it.
+/// Path data, read by scanFloat(), does have such exponents. At most 63 characters count.
 /// Nothing readable gives 0 and consumes at most white space and a sign.
 float readNumber(TextCursor& cursor) noexcept;
 

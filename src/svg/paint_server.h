@@ -1,29 +1,23 @@
 #pragma once
 
 #include "svg/node.h"
+#include "vg/vg.h"
 
 namespace quor {
 
-class SvgShape;
-
-/// A node that shapes refer to as their fill or stroke.
+/// A node that shapes refer to as their fill or stroke. It owns an engine paint, which the drawing
+/// side makes when the server is first used and fills.
 class SvgPaintServer : public SvgNode {
 public:
     using SvgNode::SvgNode;
+    ~SvgPaintServer() override {
+        if (enginePaint != VG_INVALID_HANDLE) vgDestroyPaint(enginePaint);
+    }
 
-    /// Sets the engine's fill or stroke paint for the shape. `isUsable` false: the reference's
-    /// fallback is to be used. Defined on the drawing side.
-    virtual Status buildPaint(Traversal& traversal, SvgShape& shape, bool forFill,
-                              bool& isUsable) noexcept = 0;
-
-    /// From the paint's coordinates to those of the shape that buildPaint() had last.
-    const SvgMatrix& paintMatrix() const noexcept { return paintMatrix_; }
-
-protected:
-    SvgMatrix paintMatrix_;
+    VGPaint enginePaint = VG_INVALID_HANDLE;  ///< invalid until the server is first used
 };
 
-/// Whether a node of this kind can serve as a paint.
+/// Whether a node of this kind can serve as a paint: it is a SvgPaintServer.
 constexpr bool isPaintServer(SvgNodeKind kind) noexcept {
     return kind == SvgNodeKind::kLinearGradient || kind == SvgNodeKind::kRadialGradient ||
            kind == SvgNodeKind::kSolidColor;

@@ -1,3 +1,6 @@
+// Reads path data: a tokenizer of commands and numbers, driven by tables of character classes and
+// of what each command letter appends.
+
 #include "svg/path_data.h"
 
 #include <array>

@@ -14,7 +14,7 @@ struct PathData {
 };
 
 /// Reads a `d` attribute into `data` (cleared first): every segment completed before the first
-/// thing that cannot be read. Only kOutOfMemory is reported; the arrays' failure marks are then
+/// thing that cannot be read. Only kOutOfMemory is reported; the arrays' failure flags are then
 /// cleared again.
 Status parsePathData(const char* text, PathData& data) noexcept;
 

@@ -1,11 +1,13 @@
+// Builds the engine path of each shape from its attributes when it is first needed.
+
 #include "svg/shapes.h"
 
 #include "base/finite.h"
-#include "svg/document.h"
 #include "svg/engine_error.h"
 #include "svg/number.h"
 #include "svg/path_data.h"
 #include "svg/point_list.h"
+#include "svg/tree_resources.h"
 #include "vg/vgu.h"
 
 namespace quor {
@@ -30,10 +32,10 @@ Status createPath(VGPath& path) noexcept {
 }
 
 /// Points without a pair leave the path empty.
-Status appendPoints(SvgDocument& document, const char* text, VGPath path,
+Status appendPoints(TreeResources& resources, const char* text, VGPath path,
                     VGboolean isClosed) noexcept {
     if (text == nullptr) return Status::kOk;
-    base::Array<float>& numbers = document.numbers;
+    base::Array<float>& numbers = resources.numbers;
     const Status status = parsePointList(text, numbers);
     const int pairs = numbers.count() / 2;
     if (status != Status::kOk || pairs == 0) return status;
@@ -79,7 +81,7 @@ float SvgShape::length(AttributeId id, LengthAxis axis) const noexcept {
     const char* text = attribute(id);
     if (text == nullptr) return 0.0F;
     return base::finite(
-        resolveLength(parseLength(text), document_.screen.dpi, &lengthViewport(), axis));
+        resolveLength(parseLength(text), resources_.screen.dpi, &lengthViewport(), axis));
 }
 
 Status SvgCircle::buildGeometry(VGPath path) noexcept {
@@ -124,17 +126,17 @@ Status SvgRect::buildGeometry(VGPath path) noexcept {
 }
 
 Status SvgPolyline::buildGeometry(VGPath path) noexcept {
-    return appendPoints(document_, attribute(AttributeId::kPoints), path, VG_FALSE);
+    return appendPoints(resources_, attribute(AttributeId::kPoints), path, VG_FALSE);
 }
 
 Status SvgPolygon::buildGeometry(VGPath path) noexcept {
-    return appendPoints(document_, attribute(AttributeId::kPoints), path, VG_TRUE);
+    return appendPoints(resources_, attribute(AttributeId::kPoints), path, VG_TRUE);
 }
 
 Status SvgPath::buildGeometry(VGPath path) noexcept {
     const char* text = attribute(AttributeId::kPathData);
     if (text == nullptr) return Status::kOk;
-    PathData& data = document_.pathData;
+    PathData& data = resources_.pathData;
     const Status status = parsePathData(text, data);
     if (status != Status::kOk || data.segments.isEmpty()) return status;
     vgAppendPathData(path, data.segments.count(), data.segments.data(), data.coordinates.data());

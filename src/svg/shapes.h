@@ -2,7 +2,7 @@
 
 #include "svg/length.h"
 #include "svg/node.h"
-#include "svg/surface_paths.h"
+#include "svg/transformed_outlines.h"
 #include "vg/vg.h"
 
 namespace quor {
@@ -12,10 +12,6 @@ class SvgShape : public SvgNode {
 public:
     using SvgNode::SvgNode;
     ~SvgShape() override;
-
-    bool isRenderable() const noexcept override { return true; }
-    Status contentBounds(Traversal& traversal, Box& box) noexcept override;
-    Status paint(Traversal& traversal) noexcept override;
 
     /// Appends the outline to an empty path. Bad geometry leaves the path empty; the codes are
     /// those of the engine.
@@ -32,7 +28,7 @@ public:
     /// The path as the engine's path matrix, which is `transform`, maps it. Owned by the shape,
     /// valid until the next call.
     Status findSurfacePath(const SvgMatrix& transform, VGPath& surfacePath) noexcept {
-        return surfacePaths_.find(path_, transform, surfacePath);
+        return transformedOutlines_.find(path_, transform, surfacePath);
     }
 
 protected:
@@ -45,7 +41,7 @@ private:
     VGPath path_ = VG_INVALID_HANDLE;
     Box pathBounds_;
     bool hasPathBounds_ = false;
-    SurfacePaths surfacePaths_;
+    TransformedOutlines transformedOutlines_;
 };
 
 class SvgCircle final : public SvgShape {

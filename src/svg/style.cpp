@@ -14,7 +14,6 @@ SvgStyle SvgStyle::initial() noexcept {
     style.strokeLineCap = SvgLineCap::kButt;
     style.strokeLineJoin = SvgLineJoin::kMiter;
     style.strokeMiterLimit = 4.0F;
-    style.strokeDashOffsetSpecified = true;
     style.strokeOpacity = 1.0F;
     style.vectorEffect = SvgVectorEffect::kNone;
     return style;
@@ -36,7 +35,6 @@ uint32_t combine(const SvgStyle& specified, SvgStyle& inherited) noexcept {
     overwrite(StyleBit::kStrokeMiterLimit, &SvgStyle::strokeMiterLimit);
     overwrite(StyleBit::kStrokeDashArray, &SvgStyle::strokeDashArray);
     overwrite(StyleBit::kStrokeDashOffset, &SvgStyle::strokeDashOffset);
-    overwrite(StyleBit::kStrokeDashOffset, &SvgStyle::strokeDashOffsetSpecified);
     overwrite(StyleBit::kStrokeOpacity, &SvgStyle::strokeOpacity);
     overwrite(StyleBit::kVectorEffect, &SvgStyle::vectorEffect);
     return specified.setMask & StyleBit::kAll;

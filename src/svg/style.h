@@ -6,28 +6,11 @@
 
 namespace quor {
 
-enum class SvgDisplay : uint8_t {
-    kInline = 0,
-    kBlock = 1,
-    kListItem = 2,
-    kRunIn = 3,
-    kCompact = 4,
-    kMarker = 5,
-    kTable = 6,
-    kInlineTable = 7,
-    kTableRowGroup = 8,
-    kTableHeaderGroup = 9,
-    kTableFooterGroup = 10,
-    kTableRow = 11,
-    kTableColumnGroup = 12,
-    kTableColumn = 13,
-    kTableCell = 14,
-    kTableCaption = 15,
-    kNone = 16,
-    kInherit = 17,
-};
-enum class SvgVisibility : uint8_t { kVisible = 0, kHidden = 1, kCollapse = 2, kInherit = 3 };
-enum class SvgFillRule : uint32_t { kInherit = 0, kEvenOdd = 1, kNonZero = 2 };
+// Keywords of one effect share a value: every `display` but "none" shows the element, and
+// "collapse" hides as "hidden" does.
+enum class SvgDisplay : uint8_t { kShown, kNone, kInherit };
+enum class SvgVisibility : uint8_t { kVisible, kHidden, kInherit };
+enum class SvgFillRule : uint8_t { kInherit = 0, kEvenOdd = 1, kNonZero = 2 };
 enum class SvgLineCap : uint8_t { kInherit = 0, kButt = 1, kRound = 2, kSquare = 3 };
 enum class SvgLineJoin : uint8_t { kInherit = 0, kMiter = 1, kRound = 2, kBevel = 3 };
 enum class SvgVectorEffect : uint8_t { kInherit = 0, kNone = 1, kNonScalingStroke = 2 };
@@ -62,7 +45,7 @@ struct DashList {
 /// computed ones of a node being drawn (all bits set). -1 stands for inherit in the floats.
 struct SvgStyle {
     uint32_t setMask = StyleBit::kDisplay;
-    SvgDisplay display = SvgDisplay::kInline;
+    SvgDisplay display = SvgDisplay::kShown;
     SvgVisibility visibility = SvgVisibility::kInherit;
     SvgPaint fill;
     float fillOpacity = -1.0F;
@@ -74,7 +57,6 @@ struct SvgStyle {
     float strokeMiterLimit = -1.0F;
     DashList strokeDashArray;
     float strokeDashOffset = 0.0F;
-    bool strokeDashOffsetSpecified = false;
     float strokeOpacity = -1.0F;
     SvgVectorEffect vectorEffect = SvgVectorEffect::kInherit;
 

@@ -1,3 +1,5 @@
+// Cuts the text of a `style` attribute into names and values, in place.
+
 #include "svg/style_declarations.h"
 
 #include "svg/text_cursor.h"

@@ -1,3 +1,5 @@
+// The keywords of enumerated properties, searched in order.
+
 #include "svg/style_keywords.h"
 
 #include <string_view>
@@ -14,33 +16,24 @@ struct Keyword {
 };
 
 // Only as much of a text is compared as the keyword is long, so a keyword comes before its own
-// beginnings ("inline-table" before "inline").
+// beginnings: "inline" stands for "inline-table" and "table" for "table-row" as well.
 // clang-format off
 constexpr Keyword<SvgDisplay> kDisplays[] = {
     {"none", SvgDisplay::kNone},
-    {"inline-table", SvgDisplay::kInlineTable},
-    {"inline", SvgDisplay::kInline},
+    {"inline", SvgDisplay::kShown},
     {"inherit", SvgDisplay::kInherit},
-    {"block", SvgDisplay::kBlock},
-    {"list-item", SvgDisplay::kListItem},
-    {"run-in", SvgDisplay::kRunIn},
-    {"compact", SvgDisplay::kCompact},
-    {"marker", SvgDisplay::kMarker},
-    {"table-row-group", SvgDisplay::kTableRowGroup},
-    {"table-header-group", SvgDisplay::kTableHeaderGroup},
-    {"table-footer-group", SvgDisplay::kTableFooterGroup},
-    {"table-row", SvgDisplay::kTableRow},
-    {"table-column-group", SvgDisplay::kTableColumnGroup},
-    {"table-column", SvgDisplay::kTableColumn},
-    {"table-cell", SvgDisplay::kTableCell},
-    {"table-caption", SvgDisplay::kTableCaption},
-    {"table", SvgDisplay::kTable},
+    {"block", SvgDisplay::kShown},
+    {"list-item", SvgDisplay::kShown},
+    {"run-in", SvgDisplay::kShown},
+    {"compact", SvgDisplay::kShown},
+    {"marker", SvgDisplay::kShown},
+    {"table", SvgDisplay::kShown},
 };
 
 constexpr Keyword<SvgVisibility> kVisibilities[] = {
-    {"visibl", SvgVisibility::kVisible},  // forgives the endings that files are found with
+    {"visibl", SvgVisibility::kVisible},  // on purpose: for drawings with other endings
     {"hidden", SvgVisibility::kHidden},
-    {"collapse", SvgVisibility::kCollapse},
+    {"collapse", SvgVisibility::kHidden},
     {"inherit", SvgVisibility::kInherit},
 };
 

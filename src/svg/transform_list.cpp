@@ -1,3 +1,5 @@
+// Reads a transform list, step by step, into one product.
+
 #include "svg/transform_list.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "base/finite.h"
 #include "svg/containers.h"
-#include "svg/node_factory.h"
 #include "svg/number.h"
+#include "svg/tree_resources.h"
 
 namespace quor {
 
@@ -24,7 +24,7 @@ Status SvgUse::parseAttributes(const AttributeTable& attributes) noexcept {
 }
 
 SvgNode* SvgUse::target() noexcept {
-    if (target_ == nullptr && href != nullptr) target_ = findReference(document_, href);
+    if (target_ == nullptr && href != nullptr) target_ = resources_.findReference(href);
     return target_;
 }
 

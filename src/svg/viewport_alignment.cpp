@@ -1,3 +1,5 @@
+// Reads `preserveAspectRatio` and fits one rectangle into another as it says.
+
 #include "svg/viewport_alignment.h"
 
 #include <algorithm>

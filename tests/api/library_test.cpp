@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "library_fixture.h"
 #include "quor/quor.h"
@@ -74,6 +75,8 @@ TEST(Library, AnswersEverywhereWhenNotInitialised) {
 TEST(Library, NamesItself) {
     EXPECT_STREQ("Kestrune S.r.l.", quorGetString(QUOR_VENDOR));
     EXPECT_STREQ("1.0.0.335", quorGetString(QUOR_VERSION));
+    // What the package says is what the header says.
+    EXPECT_EQ(QUOR_PROJECT_VERSION ".335", std::string(quorGetString(QUOR_VERSION)));
     for (const uint32_t name : {0U, 3U, 0xFFFFFFFFU}) EXPECT_STREQ("", quorGetString(name));
 }
 

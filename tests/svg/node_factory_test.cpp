@@ -63,16 +63,6 @@ TEST(NodeFactory, ChildrenStandInDocumentOrderWithoutTheDropped) {
     EXPECT_EQ(tree.find("masked"), nullptr);
 }
 
-TEST(NodeFactory, OnlyWhatCanBeSeenCountsInBounds) {
-    const SvgTree tree(
-        inSvg("<g/><rect/><circle/><path/><use/><svg viewBox='0'/>"
-              "<defs/><stop/><solidColor/><linearGradient/><text/>"));
-    const auto children = childrenOf(*tree.root);
-    for (size_t i = 0; i < children.size(); ++i) {
-        EXPECT_EQ(children[i]->isRenderable(), i < 6) << i;
-    }
-}
-
 TEST(NodeFactory, StyleDeclarationsWinOverAttributes) {
     const SvgTree tree(
         inSvg("<rect id='plain' stroke-width='2' style='stroke-width:5; id:named; x:7'/>"));
@@ -102,26 +92,11 @@ TEST(NodeFactory, AReferenceLosesOneHashAndEndsAtAParenthesis) {
     const SvgNode* a = tree.find("a");
     ASSERT_NE(a, nullptr);
     for (const char* reference : {"#a", "a", "#a)", "#a) red", "a)#b", "#a \t)", "#a' )"}) {
-        EXPECT_EQ(findReference(tree.document, reference), a) << reference;
+        EXPECT_EQ(tree.resources.findReference(reference), a) << reference;
     }
-    EXPECT_EQ(findReference(tree.document, "##b"), tree.find("#b"));
+    EXPECT_EQ(tree.resources.findReference("##b"), tree.find("#b"));
     for (const char* reference : {"", "#", ")", "#)a", "##a", "#A", "#aa", "# a"}) {
-        EXPECT_EQ(findReference(tree.document, reference), nullptr) << reference;
-    }
-}
-
-TEST(NodeFactory, DeepDocumentsFailInTheParserNotInTheTree) {
-    for (const int depth : {90, 100000}) {
-        std::string text;
-        for (int i = 0; i < depth; ++i) text += "<g>";
-        for (int i = 0; i < depth; ++i) text += "</g>";
-        const SvgTree tree(text);
-        EXPECT_EQ(tree.status, depth == 90 ? Status::kOk : Status::kParser);
-        int levels = 0;
-        for (const SvgNode* node = tree.root.get(); node != nullptr; ++levels) {
-            node = *node->children().begin();
-        }
-        EXPECT_EQ(levels, depth == 90 ? depth : 0);
+        EXPECT_EQ(tree.resources.findReference(reference), nullptr) << reference;
     }
 }
 

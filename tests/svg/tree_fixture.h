@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "svg/document.h"
 #include "svg/node.h"
 #include "svg/node_factory.h"
+#include "svg/tree_resources.h"
 
 namespace quor {
 
@@ -18,16 +18,16 @@ public:
     explicit SvgTree(const std::string& text) {
         messages().clear();
         if (xml_.Parse(text.c_str()) != tinyxml2::XML_SUCCESS) return;
-        if (!document.initialize()) return;
+        if (!resources.initialize()) return;
         SvgNode* built = nullptr;
-        status = buildNode(document, *xml_.FirstChildElement(), built);
+        status = buildNode(resources, *xml_.FirstChildElement(), built);
         root.reset(built);
     }
 
     /// The node of the id as a T; null when there is none or it is of another class.
     template <class T = SvgNode>
     T* find(const std::string& id) const {
-        return dynamic_cast<T*>(document.ids.find(id.c_str(), id.size()));
+        return dynamic_cast<T*>(resources.ids.find(id.c_str(), id.size()));
     }
 
     /// What was sent to the log since the latest tree was begun.
@@ -43,7 +43,7 @@ private:
                              [](const char* message) { messages().emplace_back(message); }};
 
 public:
-    SvgDocument document{screen_};
+    TreeResources resources{screen_};
     std::unique_ptr<SvgNode> root;
     Status status = Status::kParser;
 };

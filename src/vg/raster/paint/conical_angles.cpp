@@ -20,7 +20,7 @@ AngleTable computeAngles() noexcept {
         for (int32_t column = 0; column < kAngleSteps; ++column) {
             const double angle = std::atan2(row / 31.5 - 1.0, column / 31.5 - 1.0);
             const long turns = std::lround(angle / (2.0 * std::numbers::pi) * kFullTurn);
-            angles[static_cast<size_t>(row * kAngleSteps + column)] =
+            angles[static_cast<size_t>(row) * kAngleSteps + static_cast<size_t>(column)] =
                 static_cast<int32_t>(turns & (kFullTurn - 1));
         }
     }

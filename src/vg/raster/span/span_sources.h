@@ -67,6 +67,7 @@ public:
     AnyPaint(const SpanContext& span, int32_t y) noexcept : paint_(make(span, y)) {}
 
     static int32_t partEnd(int32_t x) noexcept { return LinearPaint::partEnd(x); }
+    // NOLINTNEXTLINE(bugprone-exception-escape): the variant always holds a paint
     [[gnu::noinline]] const uint32_t* pixels(int32_t x, int32_t count) noexcept {
         return std::visit([=](auto& paint) { return paint.pixels(x, count); }, paint_);
     }

@@ -1,0 +1,81 @@
+// Sets the engine state that draws start from and runs the walk.
+
+#include "api/draw/document_draw.h"
+
+#include "api/draw/node_draw.h"
+#include "svg/engine_error.h"
+#include "vg/vg.h"
+
+namespace quor {
+
+namespace {
+
+struct IntegerSetting {
+    VGParamType parameter;
+    VGint value;
+};
+
+// What every draw starts from. The stroke values and the fill rule are those of the style at the
+// bottom of the style stack, in the engine's terms.
+constexpr IntegerSetting kIntegerSettings[] = {
+    {VG_MASKING, VG_FALSE},
+    {VG_STROKE_DASH_PHASE_RESET, VG_TRUE},
+    {VG_BLEND_MODE, VG_BLEND_SRC_OVER},
+    {VG_IMAGE_QUALITY, VG_IMAGE_QUALITY_BETTER},
+    {VG_COLOR_TRANSFORM, VG_FALSE},
+    {VG_STROKE_CAP_STYLE, VG_CAP_BUTT},
+    {VG_STROKE_JOIN_STYLE, VG_JOIN_MITER},
+    {VG_FILL_RULE, VG_NON_ZERO},
+};
+
+struct FloatSetting {
+    VGParamType parameter;
+    VGfloat value;
+};
+
+constexpr FloatSetting kFloatSettings[] = {
+    {VG_STROKE_LINE_WIDTH, 1.0F},
+    {VG_STROKE_MITER_LIMIT, 4.0F},
+    {VG_STROKE_DASH_PHASE, 0.0F},
+};
+
+VGint engineQuality(RenderingQuality quality) noexcept {
+    switch (quality) {
+        case RenderingQuality::kNonAntialiased:
+            return VG_RENDERING_QUALITY_NONANTIALIASED;
+        case RenderingQuality::kFaster:
+            return VG_RENDERING_QUALITY_FASTER;
+        case RenderingQuality::kBetter:
+            break;
+    }
+    return VG_RENDERING_QUALITY_BETTER;
+}
+
+}  // namespace
+
+void setDrawState(RenderingQuality quality) noexcept {
+    vgSeti(VG_RENDERING_QUALITY, engineQuality(quality));
+    for (const IntegerSetting& setting : kIntegerSettings) vgSeti(setting.parameter, setting.value);
+    for (const FloatSetting& setting : kFloatSettings) vgSetf(setting.parameter, setting.value);
+    vgSetfv(VG_STROKE_DASH_PATTERN, 0, nullptr);
+    vgSetPaint(VG_INVALID_HANDLE, VG_STROKE_PATH);
+}
+
+SvgMatrix surfaceFlip(uint32_t height) noexcept {
+    SvgMatrix matrix;
+    matrix.m11 = -1.0F;
+    matrix.m12 = static_cast<float>(height);
+    matrix.kind = SvgMatrix::kAnglePreserving;
+    return matrix;
+}
+
+Status drawDocument(SvgSvg& root, Traversal& traversal, const SvgMatrix& base,
+                    RenderingQuality quality) noexcept {
+    if (const Status status = traversal.begin(base); status != Status::kOk) return status;
+    setDrawState(quality);
+    const Status status = drawNode(root, traversal);
+    const Status pending = takeEngineError();
+    return status != Status::kOk ? status : pending;
+}
+
+}  // namespace quor
