@@ -26,7 +26,7 @@ double uniformSegments(const Bezier& curve, const FlatteningTolerance& tolerance
 /// the speed and not the shape. Infinite unless the curve stays within 45 degrees of its chord.
 double alignedSegments(const Bezier& curve, const FlatteningTolerance& tolerance) noexcept;
 
-/// Rounded up already: the steps are sqrt(8 g / R) and at most a quarter turn. A step a of a
+/// Rounded up already: the steps are sqrt(8 g / 1.1 R) and at most a quarter turn. A step a of a
 /// circle leaves its chord by R (1 - cos(a/2)) <= R a^2 / 8.
 int32_t arcSegments(const CenterArc& arc, const FlatteningTolerance& tolerance) noexcept;
 
