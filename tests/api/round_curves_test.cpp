@@ -1,4 +1,5 @@
-// Circles beside their exact areas: whoever looks at an icon sees first whether its curves are round.
+// Circles beside their exact areas: whoever looks at an icon sees first whether its curves are
+// round.
 
 #include <gtest/gtest.h>
 
