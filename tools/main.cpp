@@ -2,10 +2,12 @@
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <vector>
 
 #include "pack_options.h"
 #include "quor/quor.h"
 #include "render_options.h"
+#include "unknown_option.h"
 
 namespace {
 
@@ -13,6 +15,16 @@ enum ExitStatus { kAllDone = 0, kSomethingFailed = 1, kWrongCommandLine = 2 };
 
 std::string versionText() {
     return std::string("quor ") + quorGetString(QUOR_VERSION) + ", " + quorGetString(QUOR_VENDOR);
+}
+
+/// Reports the arguments that the command, or the tool, does not know.
+int refuseUnknown(const CLI::App& app) {
+    const std::vector<CLI::App*> given = app.get_subcommands();
+    const CLI::App& command = given.empty() ? app : *given.front();
+    const std::string help = "\nRun with --help for more information.";
+    std::fprintf(stderr, "%s%s\n", tool::explainUnknown(command, app.remaining(true)).c_str(),
+                 help.c_str());
+    return kWrongCommandLine;
 }
 
 int runCommandLine(int argc, char** argv) {
@@ -24,7 +36,10 @@ int runCommandLine(int argc, char** argv) {
     tool::addPackCommand(app, isSuccess);
     try {
         app.parse(argc, argv);
+    } catch (const CLI::ExtrasError&) {
+        return refuseUnknown(app);
     } catch (const CLI::ParseError& error) {
+        if (app.get_subcommands().empty() && !app.remaining().empty()) return refuseUnknown(app);
         return app.exit(error) == 0 ? kAllDone : kWrongCommandLine;
     }
     return isSuccess ? kAllDone : kSomethingFailed;

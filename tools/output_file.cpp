@@ -41,8 +41,8 @@ OutputFile::~OutputFile() {
 
 void OutputFile::openBeside() {
     const fs::path target(target_);
-    const std::string hidden = "." + target.filename().string().substr(0, 200) + ".quor-" +
-                               std::to_string(getpid());
+    const std::string hidden =
+        "." + target.filename().string().substr(0, 200) + ".quor-" + std::to_string(getpid());
     const std::string beside = fs::path(target).replace_filename(hidden).string();
     unlink(beside.c_str());  // left by a killed process of the same number
     const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);

@@ -17,8 +17,8 @@ namespace tool {
 /// Writes PNG, 8 bits a channel, with straight alpha: as a palette when all rows come at once and
 /// have 256 colours or fewer, else as RGBA.
 ///
-/// Rows are not filtered: of drawings, whose rows mostly repeat, filtered rows are larger as well as
-/// slower at every level. Times and sizes are in bench/README.md.
+/// Rows are not filtered: of drawings, whose rows mostly repeat, filtered rows are larger as well
+/// as slower at every level. Times and sizes are in bench/README.md.
 class PngWriter : public PictureWriter {
 public:
     PngWriter(const PictureFile& file, AlphaKind alpha, int compression);

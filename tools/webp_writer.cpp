@@ -56,7 +56,8 @@ public:
         const WebPPicture& picture = picture_.value;
         const auto width = static_cast<std::size_t>(picture.width);
         for (; rowCount > 0; --rowCount, ++row_, pixels += width) {
-            std::uint32_t* row = picture.argb + row_ * static_cast<std::size_t>(picture.argb_stride);
+            std::uint32_t* row =
+                picture.argb + row_ * static_cast<std::size_t>(picture.argb_stride);
             std::copy_n(pixels, width, row);
             makeStraight(row, width);
         }

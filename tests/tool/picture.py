@@ -23,6 +23,10 @@ class Picture:
     def at(self, x, y):
         return tuple(self._rows[y][4 * x : 4 * x + 4])
 
+    def part(self, x, y, width, height):
+        """The bytes of its rows."""
+        return [bytes(row[4 * x : 4 * (x + width)]) for row in self._rows[y : y + height]]
+
     def colors(self):
         return {self.at(x, y) for y in range(self.height) for x in range(self.width)}
 
