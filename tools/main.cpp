@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "look_options.h"
 #include "pack_options.h"
 #include "quor/quor.h"
 #include "render_options.h"
@@ -34,6 +35,7 @@ int runCommandLine(int argc, char** argv) {
     bool isSuccess = true;
     tool::addRenderCommand(app, isSuccess);
     tool::addPackCommand(app, isSuccess);
+    tool::addLookCommands(app, isSuccess);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ExtrasError&) {
