@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <functional>
 
+#include "folder_walk.h"
 #include "input_file.h"
-#include "input_list.h"
 #include "library_error.h"
 #include "rejected_document.h"
 #include "session.h"
@@ -108,7 +108,7 @@ void benchFile(const std::string& path, const BenchOptions& options) {
 bool benchFiles(const BenchOptions& options) {
     const Session session(options.side, options.side, 96);
     bool isSuccess = true;
-    for (const InputFile& input : listInputs(options.inputs)) {
+    for (const FoundFile& input : findDrawings(options.inputs)) {
         try {
             requireSuccess(session.error());
             benchFile(input.path, options);

@@ -2,33 +2,37 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace tool {
 
-/// Tells when files or folders change, by their modification times.
+/// Notices that files were changed, added or removed, by looking at their times a few times a
+/// second.
 class FileWatch {
 public:
-    explicit FileWatch(const std::vector<std::string>& paths);
+    /// Remembers the files as they are now.
+    explicit FileWatch(const std::vector<std::string>& paths) : states_(look(paths)) {}
 
-    /// Waits until something changed since the last call, or the construction, but no longer than
-    /// this. True: something changed.
-    bool wait(int milliseconds);
+    /// Those of `paths` that are not as they were at the last call, and those that are gone.
+    std::vector<std::string> changesSince(const std::vector<std::string>& paths);
+
+    /// To be called between looks.
+    static void pause();
 
 private:
-    struct Stamp {
-        std::filesystem::file_time_type time;  ///< the least value for what is not there
+    struct State {
+        std::filesystem::file_time_type time;
         std::uintmax_t size;
 
-        bool operator==(const Stamp&) const = default;
+        bool operator==(const State&) const = default;
     };
+    using States = std::map<std::string, State>;
 
-    static Stamp stampOf(const std::string& path);
-    bool update();
+    static States look(const std::vector<std::string>& paths);
 
-    std::vector<std::string> paths_;
-    std::vector<Stamp> stamps_;  ///< parallel to paths_
+    States states_;
 };
 
 }  // namespace tool

@@ -8,8 +8,8 @@
 #include <sstream>
 
 #include "element_walk.h"
+#include "folder_walk.h"
 #include "input_file.h"
-#include "input_list.h"
 #include "library_error.h"
 #include "passed_over.h"
 #include "picture_size.h"
@@ -114,7 +114,7 @@ void printFile(const std::string& path) {
 bool printInfo(const std::vector<std::string>& inputs) {
     const Session session(kDefaultSide, kDefaultSide, 96);
     bool isSuccess = true;
-    for (const InputFile& input : listInputs(inputs)) {
+    for (const FoundFile& input : findDrawings(inputs)) {
         try {
             requireSuccess(session.error());
             printFile(input.path);

@@ -26,9 +26,8 @@ void requireFolder(const fs::path& folder) {
 }
 
 /// "drawing.svg" gives "drawing.png"; any other ending is kept: "a.b" gives "a.b.png".
-fs::path pictureName(const InputFile& input, const std::string& ending) {
-    if (input.path == kStandardStream) return "stdin" + ending;
-    fs::path name = input.relative;
+fs::path pictureName(const FoundFile& input, const std::string& ending) {
+    fs::path name = input.name;
     const fs::path extension = name.extension();
     if (extension == ".svg" || extension == ".SVG" || extension == ".svgz")
         name.replace_extension();
@@ -66,7 +65,7 @@ OutputPlan::OutputPlan(const std::string& output, std::size_t inputCount, const 
     }
 }
 
-std::string OutputPlan::choosePath(const InputFile& input) const {
+std::string OutputPlan::choosePath(const FoundFile& input) const {
     const fs::path name = pictureName(input, ending_);
     if (isFolder_) return (fs::path(output_) / name).string();
     if (!output_.empty()) return output_;
@@ -74,7 +73,7 @@ std::string OutputPlan::choosePath(const InputFile& input) const {
     return fs::path(input.path).replace_filename(name.filename()).string();
 }
 
-std::string OutputPlan::pathFor(const InputFile& input) {
+std::string OutputPlan::pathFor(const FoundFile& input) {
     std::string path = choosePath(input);
     if (path == kStandardStream) {
         if (isatty(STDOUT_FILENO) != 0)

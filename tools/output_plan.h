@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-#include "input_list.h"
+#include "folder_walk.h"
 
 namespace tool {
 
@@ -19,10 +19,10 @@ public:
 
     /// The path for the picture of `input`, or "-". Below the folder that -o names, pictures lie as
     /// their inputs lay in theirs. Throws FileError when the path is taken.
-    std::string pathFor(const InputFile& input);
+    std::string pathFor(const FoundFile& input);
 
 private:
-    std::string choosePath(const InputFile& input) const;
+    std::string choosePath(const FoundFile& input) const;
 
     std::string output_;
     std::string ending_;

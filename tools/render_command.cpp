@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "file_error.h"
+#include "folder_walk.h"
 #include "input_file.h"
-#include "input_list.h"
 #include "library_error.h"
 #include "output_plan.h"
 #include "process_pool.h"
@@ -61,16 +61,16 @@ std::string endingOf(PictureFormat format) {
 
 /// One input of a run: its job, or why there is none.
 struct Task {
-    InputFile input;
+    FoundFile input;
     std::optional<RenderJob> job;
     std::string refusal;
 };
 
-std::vector<Task> planTasks(const RenderOptions& options, const std::vector<InputFile>& inputs) {
+std::vector<Task> planTasks(const RenderOptions& options, const std::vector<FoundFile>& inputs) {
     const PictureFormat format = formatOf(options);
     OutputPlan outputs(options.output, inputs.size(), endingOf(format));
     std::vector<Task> tasks;
-    for (const InputFile& input : inputs) {
+    for (const FoundFile& input : inputs) {
         Task task{input, std::nullopt, ""};
         try {
             task.job = RenderJob{input, outputs.pathFor(input), format};
@@ -126,7 +126,7 @@ void reportSummary(std::size_t total, const std::vector<std::string>& failed) {
         std::fprintf(stderr, "  %s\n", displayName(input).c_str());
 }
 
-bool renderInputs(const RenderOptions& options, const std::vector<InputFile>& inputs) {
+bool renderInputs(const RenderOptions& options, const std::vector<FoundFile>& inputs) {
     const std::vector<Task> tasks = planTasks(options, inputs);
     Progress progress(tasks.size());
     std::vector<std::string> failed;
@@ -159,13 +159,18 @@ bool renderInputs(const RenderOptions& options, const std::vector<InputFile>& in
 bool renderFiles(const RenderOptions& options) {
     try {
         if (options.watches) {
-            watchInputs(options.inputs, [&](const std::vector<InputFile>& inputs) {
+            watchInputs(options.inputs, [&](const std::vector<FoundFile>& inputs) {
                 renderInputs(options, inputs);
                 std::fprintf(stderr, "%zu rendered; waiting for changes, Ctrl-C ends\n",
                              inputs.size());
             });
         }
-        return renderInputs(options, listInputs(options.inputs));
+        const std::vector<FoundFile> inputs = findDrawings(options.inputs);
+        if (inputs.empty()) {
+            throw FileError(options.inputs.front() +
+                            ": there is no .svg or .svgz file in this folder; name another one");
+        }
+        return renderInputs(options, inputs);
     } catch (const FileError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return false;

@@ -1,8 +1,5 @@
 #include "render_job.h"
 
-#include <filesystem>
-#include <system_error>
-
 #include "document_edit.h"
 #include "element_box.h"
 #include "input_file.h"
@@ -16,10 +13,7 @@ namespace tool {
 
 namespace {
 
-std::string readDrawing(const InputFile& input, const RenderOptions& options) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(input.path, ignored))
-        throw FileError("there is no .svg or .svgz file in this folder; name another one");
+std::string readDrawing(const FoundFile& input, const RenderOptions& options) {
     std::string text = readInputText(input.path);
     if (!options.element.empty()) text = isolated(text, options.element);
     if (!options.color.empty()) text = recolored(text, options.color);

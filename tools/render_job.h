@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "input_list.h"
+#include "folder_walk.h"
 #include "picture_writer.h"
 #include "render_command.h"
 
@@ -10,7 +10,7 @@ namespace tool {
 
 /// One picture to make.
 struct RenderJob {
-    InputFile input;
+    FoundFile input;
     std::string output;  ///< path, or "-"
     PictureFormat format;
 };

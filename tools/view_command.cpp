@@ -10,8 +10,8 @@
 #include <optional>
 
 #include "file_watch.h"
+#include "folder_walk.h"
 #include "input_file.h"
-#include "input_list.h"
 #include "library_error.h"
 #include "png_writer.h"
 #include "rejected_document.h"
@@ -95,7 +95,7 @@ public:
         }
     }
 
-    bool hasChanged() { return path_ != kStandardStream && watch_.wait(0); }
+    bool hasChanged() { return !watch_.changesSince({path_}).empty(); }
 
     const Document* document() const { return document_.get(); }
     const std::string& path() const { return path_; }
@@ -119,7 +119,7 @@ private:
 
 class Viewer {
 public:
-    explicit Viewer(std::vector<InputFile> inputs) : inputs_(std::move(inputs)) { open(0); }
+    explicit Viewer(std::vector<FoundFile> inputs) : inputs_(std::move(inputs)) { open(0); }
 
     void run() {
         while (!isDone_) {
@@ -306,7 +306,7 @@ private:
     }
 
     Window window_;
-    std::vector<InputFile> inputs_;
+    std::vector<FoundFile> inputs_;
     std::size_t index_ = 0;
     std::unique_ptr<ShownFile> file_;
     Camera camera_;
@@ -325,7 +325,7 @@ bool viewFiles(const std::vector<std::string>& inputs) {
                           static_cast<std::uint32_t>(kFirstSize.height), 96);
     try {
         requireSuccess(session.error());
-        Viewer(listInputs(inputs)).run();
+        Viewer(findDrawings(inputs)).run();
         return true;
     } catch (const FileError& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "input_list.h"
+#include "folder_walk.h"
 
 namespace tool {
 
 /// Calls `work` with all inputs, and then, whenever some of them change or appear, with those; for
 /// ever.
 [[noreturn]] void watchInputs(const std::vector<std::string>& named,
-                              const std::function<void(const std::vector<InputFile>&)>& work);
+                              const std::function<void(const std::vector<FoundFile>&)>& work);
 
 }  // namespace tool
