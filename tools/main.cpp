@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "look_options.h"
+#include "manual.h"
 #include "pack_options.h"
 #include "quor/quor.h"
 #include "render_options.h"
@@ -29,13 +30,14 @@ int refuseUnknown(const CLI::App& app) {
 }
 
 int runCommandLine(int argc, char** argv) {
-    CLI::App app{"Renders SVG Tiny 1.2 drawings and packs them into texture atlases.", "quor"};
+    CLI::App app{"Render, show and pack SVG drawings", "quor"};
     app.set_version_flag("--version", versionText());
     app.require_subcommand(1);
     bool isSuccess = true;
     tool::addRenderCommand(app, isSuccess);
     tool::addPackCommand(app, isSuccess);
     tool::addLookCommands(app, isSuccess);
+    tool::addManualCommands(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ExtrasError&) {

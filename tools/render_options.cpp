@@ -131,7 +131,7 @@ void addPlacement(CLI::App& app, RenderOptions& options) {
 
 void addRenderCommand(CLI::App& app, bool& isSuccess) {
     const auto options = std::make_shared<RenderOptions>();
-    CLI::App& command = *app.add_subcommand("render", "Render SVG files as PNG pictures");
+    CLI::App& command = *app.add_subcommand("render", "Render SVG files as pictures");
     command.set_help_flag("--help", "Print this help message and exit");  // -h is the height
     command
         .add_option("IN.svg", options->inputs,
@@ -162,7 +162,12 @@ void addRenderCommand(CLI::App& app, bool& isSuccess) {
     addFormat(command, *options);
     addRunning(command, *options);
     command.footer(kFooter);
-    command.callback([options, &isSuccess] { isSuccess = renderFiles(*options); });
+    command.callback([options, &isSuccess] {
+        const auto& inputs = options->inputs;
+        if (options->watches && std::find(inputs.begin(), inputs.end(), "-") != inputs.end())
+            throw CLI::ValidationError("--watch", "standard input cannot be watched");
+        isSuccess = renderFiles(*options);
+    });
 }
 
 }  // namespace tool

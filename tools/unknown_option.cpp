@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "command_list.h"
+
 namespace tool {
 
 namespace {
@@ -23,14 +25,11 @@ std::size_t editDistance(const std::string& from, const std::string& to) {
     return row.back();
 }
 
-std::vector<std::string> namesOf(const CLI::App& command) {
+std::vector<std::string> knownNames(const CLI::App& command) {
     std::vector<std::string> names;
-    for (const CLI::Option* option : command.get_options()) {
-        for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
-        for (const std::string& name : option->get_snames()) names.push_back("-" + name);
-    }
-    for (const CLI::App* below : command.get_subcommands(nullptr))
-        names.push_back(below->get_name());
+    for (const CLI::Option* option : command.get_options())
+        for (const std::string& flag : flagsOf(*option)) names.push_back(flag);
+    for (const CLI::App* below : commandsOf(command)) names.push_back(below->get_name());
     return names;
 }
 
@@ -43,7 +42,7 @@ std::string explainUnknown(const CLI::App& command, const std::vector<std::strin
     const std::string name = given.substr(0, given.find('='));
     std::string nearest;
     std::size_t distance = name.size() / 3;  // farther ones resemble it by chance
-    for (const std::string& known : namesOf(command)) {
+    for (const std::string& known : knownNames(command)) {
         // Who leaves out the end of a name means it.
         const bool isBeginning = name.size() > 3 && known.compare(0, name.size(), name) == 0;
         const std::size_t edits = isBeginning ? 1 : editDistance(name, known);

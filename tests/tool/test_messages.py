@@ -1,6 +1,7 @@
 """What `render` refuses, and how: test_messages.py TOOL [options of unittest]."""
 import gzip
 import os
+import subprocess
 import sys
 import unittest
 
@@ -106,6 +107,24 @@ class MessageTest(ToolTest):
         status, output, _ = self.run_tool("--version")
         self.assertEqual(status, 0)
         self.assertRegex(output.decode(), r"^quor \d+\.\d+")
+
+    def test_manual_and_completion(self):
+        status, page, _ = self.run_tool("manual", "render")
+        self.assertEqual(status, 0)
+        self.assertRegex(page.decode(), r"(?s)^\.TH QUOR\\-RENDER 1\n.*\n\.TP\n\.B \\-w, \\-\\-width PIXELS\n")
+        self.assertRegex(self.run_tool("manual")[1].decode(), r"(?s)\.SH COMMANDS\n\.TP\n\.B render\n")
+        self.assertEqual(self.run_tool("manual", "nothing")[0], 2)
+        self.write("words", self.run_tool("completion", "bash")[1])
+        for words, expected in (("quor vi", "view\n"), ("quor render --co", "--color\n--compression\n"),
+                                ("quor render a.s", "\n")):
+            done = subprocess.run(
+                ["bash", "-c", "source words; COMP_WORDS=($0); COMP_CWORD=$((${#COMP_WORDS[@]}-1));"
+                 "_quor; printf '%s\\n' \"${COMPREPLY[@]}\"", words], cwd=self.folder,
+                capture_output=True, text=True, check=True)
+            self.assertEqual(done.stdout, expected)
+        for shell in ("zsh", "fish"):
+            self.assertIn(b"--trim" if shell == "zsh" else b"-l trim",
+                          self.run_tool("completion", shell)[1])
 
 
 if __name__ == "__main__":
