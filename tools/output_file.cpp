@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
@@ -14,6 +15,30 @@
 namespace tool {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+// A process writes one file at a time. Whoever ends it with a signal is to find nothing of it.
+char unfinished[4096];                    // path of the file, for the handler
+volatile std::sig_atomic_t isUnfinished;  // whether there is one
+
+void removeUnfinished(int signal) {
+    if (isUnfinished != 0) unlink(unfinished);
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+void guardAgainstSignals(const std::string& path) {
+    if (path.size() >= sizeof unfinished) return;
+    std::strcpy(unfinished, path.c_str());
+    isUnfinished = 1;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        const auto former = std::signal(signal, removeUnfinished);
+        if (former == SIG_IGN) std::signal(signal, SIG_IGN);  // as nohup wants it
+    }
+}
+
+}  // namespace
 
 OutputFile::OutputFile(const std::string& path) : path_(path), target_(path) {
     if (path == kStandardStream) {
@@ -36,6 +61,7 @@ OutputFile::OutputFile(const std::string& path) : path_(path), target_(path) {
 
 OutputFile::~OutputFile() {
     close();
+    isUnfinished = 0;
     if (!temporary_.empty()) unlink(temporary_.c_str());
 }
 
@@ -48,6 +74,7 @@ void OutputFile::openBeside() {
     const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0) throwUnwritable(errno);
     temporary_ = beside;
+    guardAgainstSignals(beside);
     file_ = fdopen(descriptor, "wb");
     if (file_ == nullptr) throwUnwritable(errno);
 }
@@ -74,6 +101,7 @@ void OutputFile::commit() {
     if (failed != 0) throwUnwritable(errno);
     if (temporary_.empty()) return;
     if (std::rename(temporary_.c_str(), target_.c_str()) != 0) throwUnwritable(errno);
+    isUnfinished = 0;
     temporary_.clear();
 }
 

@@ -124,6 +124,16 @@ class FilesTest(ToolTest):
         for name in made:
             self.assertEqual(self.read("out1/" + name), self.read("out3/" + name))
 
+    def test_what_a_signal_interrupts_leaves_nothing(self):
+        name = self.write("a.svg", self.DOCUMENT)
+        for interruption in (signal.SIGINT, signal.SIGTERM):
+            with subprocess.Popen([TOOL, "render", name, "-w", "32768"], cwd=self.folder) as process:
+                while len(self.files()) == 1:
+                    self.assertIsNone(process.poll())
+                process.send_signal(interruption)
+            self.assertEqual(process.returncode, -interruption)
+            self.assertEqual(self.files(), ["a.svg"])
+
     def test_a_process_that_dies_fails_its_file_only(self):
         names = [self.write(f"{i}.svg", self.DOCUMENT) for i in range(6)]
         os.mkfifo(os.path.join(self.folder, "pipe.svg"))  # whoever reads it waits
