@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <functional>
 
-#include "folder_walk.h"
+#include "each_input.h"
 #include "input_file.h"
 #include "library_error.h"
 #include "rejected_document.h"
@@ -107,18 +107,10 @@ void benchFile(const std::string& path, const BenchOptions& options) {
 
 bool benchFiles(const BenchOptions& options) {
     const Session session(options.side, options.side, 96);
-    bool isSuccess = true;
-    for (const FoundFile& input : findDrawings(options.inputs)) {
-        try {
-            requireSuccess(session.error());
-            benchFile(input.path, options);
-        } catch (const FileError& error) {
-            std::fflush(stdout);
-            report(input.path, error);
-            isSuccess = false;
-        }
-    }
-    return isSuccess;
+    return forEachInput(options.inputs, [&](const std::string& path) {
+        requireSuccess(session.error());
+        benchFile(path, options);
+    });
 }
 
 }  // namespace tool

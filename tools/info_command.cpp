@@ -7,8 +7,8 @@
 #include <map>
 #include <sstream>
 
+#include "each_input.h"
 #include "element_walk.h"
-#include "folder_walk.h"
 #include "input_file.h"
 #include "library_error.h"
 #include "passed_over.h"
@@ -113,18 +113,10 @@ void printFile(const std::string& path) {
 
 bool printInfo(const std::vector<std::string>& inputs) {
     const Session session(kDefaultSide, kDefaultSide, 96);
-    bool isSuccess = true;
-    for (const FoundFile& input : findDrawings(inputs)) {
-        try {
-            requireSuccess(session.error());
-            printFile(input.path);
-        } catch (const FileError& error) {
-            std::fflush(stdout);
-            report(input.path, error);
-            isSuccess = false;
-        }
-    }
-    return isSuccess;
+    return forEachInput(inputs, [&](const std::string& path) {
+        requireSuccess(session.error());
+        printFile(path);
+    });
 }
 
 }  // namespace tool
