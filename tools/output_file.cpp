@@ -105,10 +105,4 @@ void OutputFile::commit() {
     temporary_.clear();
 }
 
-void writeWholeFile(const std::string& path, const std::string& content) {
-    OutputFile file(path);
-    file.write(content.data(), content.size());
-    file.commit();
-}
-
 }  // namespace tool

@@ -35,7 +35,4 @@ private:
     std::FILE* file_ = nullptr;
 };
 
-/// A whole file at once.
-void writeWholeFile(const std::string& path, const std::string& content);
-
 }  // namespace tool
