@@ -65,4 +65,13 @@ std::optional<Color> parseColor(std::string_view text) {
     return std::nullopt;
 }
 
+std::string hexDigits(const Color& color) {
+    std::string text = "#";
+    for (const float channel : {color.red, color.green, color.blue}) {
+        const auto byte = static_cast<unsigned>(channel * 255.0f + 0.5f);
+        for (const unsigned digit : {byte >> 4, byte & 15}) text += "0123456789abcdef"[digit];
+    }
+    return text;
+}
+
 }  // namespace tool

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tool {
@@ -19,5 +20,8 @@ inline constexpr const char* kColorSyntax =
 
 /// Letters of either case. Nothing when `text` is no colour.
 std::optional<Color> parseColor(std::string_view text);
+
+/// "#rrggbb", without alpha.
+std::string hexDigits(const Color& color);
 
 }  // namespace tool

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "file_error.h"
+#include "gzip.h"
 
 namespace tool {
 
@@ -53,8 +54,6 @@ bool startsWith(const std::string& bytes, std::string_view prefix) {
 
 void rejectOtherEncodings(const std::string& bytes) {
     if (bytes.empty()) throw FileError("the file is empty; it must hold an SVG document");
-    if (startsWith(bytes, "\x1f\x8b"))
-        throw FileError("it is compressed; unpack it first, with gunzip for instance");
     if (startsWith(bytes, "\xff\xfe") || startsWith(bytes, "\xfe\xff"))
         throw FileError("its text is UTF-16; save it as UTF-8");
 }
@@ -76,6 +75,7 @@ std::string displayName(const std::string& input) {
 
 std::string readInputText(const std::string& input) {
     std::string text = readAll(openInput(input).get());
+    if (isGzip(text)) text = gunzip(text, kLargestInput);
     rejectOtherEncodings(text);
     if (startsWith(text, "\xef\xbb\xbf")) text.erase(0, 3);
     rejectNulBytes(text);

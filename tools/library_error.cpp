@@ -4,6 +4,7 @@
 
 #include "input_file.h"
 #include "quor/quor.h"
+#include "terminal.h"
 
 namespace tool {
 
@@ -22,12 +23,14 @@ void requireSuccess(std::uint32_t error) {
     throw FileError("it cannot be drawn (library error " + std::to_string(error) + ")");
 }
 
+std::string reportText(const std::string& input, const FileError& error) {
+    const std::string line = error.line() > 0 ? ":" + std::to_string(error.line()) : "";
+    return styled(stderr, Style::kBold, displayName(input) + line + ":") + " " + error.what() +
+           "\n";
+}
+
 void report(const std::string& input, const FileError& error) {
-    const std::string name = displayName(input);
-    if (error.line() > 0)
-        std::fprintf(stderr, "%s:%d: %s\n", name.c_str(), error.line(), error.what());
-    else
-        std::fprintf(stderr, "%s: %s\n", name.c_str(), error.what());
+    std::fputs(reportText(input, error).c_str(), stderr);
 }
 
 }  // namespace tool

@@ -13,7 +13,10 @@ namespace tool {
 /// document that cannot be drawn: a FileError that says which.
 void requireSuccess(std::uint32_t error);
 
-/// Prints "FILE:LINE: MESSAGE" or "FILE: MESSAGE" on standard error.
+/// "FILE:LINE: MESSAGE" or "FILE: MESSAGE", and a line end.
+std::string reportText(const std::string& input, const FileError& error);
+
+/// Prints that on standard error.
 void report(const std::string& input, const FileError& error);
 
 }  // namespace tool

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,7 +30,8 @@ inline void addOption(CLI::App& app, const std::string& name, const std::string&
            name,
            [=](const std::string& text) {
                if (!store(text))
-                   throw CLI::ValidationError(name, "'" + text + "' is not " + expected);
+                   throw CLI::ValidationError(name.substr(0, name.find(',')),
+                                              "'" + text + "' is not " + expected);
            },
            help)
         ->type_name(placeholder);
@@ -52,13 +54,25 @@ void addNumber(CLI::App& app, const std::string& name, const std::string& placeh
 }
 
 template <class Value>
+struct KeywordType {
+    using Type = Value;
+};
+template <class Value>
+struct KeywordType<std::optional<Value>> {
+    using Type = Value;
+};
+template <class Value>
+using KeywordOf = typename KeywordType<Value>::Type;
+
+/// `Value` takes what the keyword's position stands for, itself or as an optional.
+template <class Value>
 void addKeyword(CLI::App& app, const std::string& name, const std::string& help, Value& value,
                 const std::vector<std::string>& keywords) {
     addOption(app, name, "KEYWORD", help, "one of " + CLI::detail::join(keywords, ", "),
               [&value, &keywords](const std::string& text) {
                   const auto found = std::find(keywords.begin(), keywords.end(), text);
                   if (found == keywords.end()) return false;
-                  value = static_cast<std::uint32_t>(found - keywords.begin());
+                  value = static_cast<KeywordOf<Value>>(found - keywords.begin());
                   return true;
               });
 }

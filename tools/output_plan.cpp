@@ -26,11 +26,21 @@ void requireFolder(const fs::path& folder) {
 }
 
 /// "drawing.svg" gives "drawing.png"; any other ending is kept: "a.b" gives "a.b.png".
-std::string pictureName(const std::string& input) {
-    if (input == kStandardStream) return "stdin.png";
-    fs::path name = fs::path(input).filename();
-    if (name.extension() == ".svg" || name.extension() == ".SVG") name.replace_extension();
-    return name.string() + ".png";
+fs::path pictureName(const FoundFile& input, const std::string& ending) {
+    fs::path name = input.name;
+    const fs::path extension = name.extension();
+    if (extension == ".svg" || extension == ".SVG" || extension == ".svgz")
+        name.replace_extension();
+    return name += ending;
+}
+
+void createFolders(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (error) {
+        throw FileError("cannot create the folder " + folder.string() + ": " + error.message() +
+                        "; choose another place with -o");
+    }
 }
 
 bool isSameFile(const std::string& first, const std::string& second) {
@@ -40,8 +50,10 @@ bool isSameFile(const std::string& first, const std::string& second) {
 
 }  // namespace
 
-OutputPlan::OutputPlan(const std::string& output, std::size_t inputCount)
-    : output_(output), isFolder_(!output.empty() && (output.back() == '/' || isFolder(output))) {
+OutputPlan::OutputPlan(const std::string& output, std::size_t inputCount, const std::string& ending)
+    : output_(output),
+      ending_(ending),
+      isFolder_(!output.empty() && (output.back() == '/' || isFolder(output))) {
     if (output.empty()) return;
     if (isFolder_) {
         requireFolder(output);
@@ -53,25 +65,27 @@ OutputPlan::OutputPlan(const std::string& output, std::size_t inputCount)
     }
 }
 
-std::string OutputPlan::choosePath(const std::string& input) const {
-    if (isFolder_) return (fs::path(output_) / pictureName(input)).string();
+std::string OutputPlan::choosePath(const FoundFile& input) const {
+    const fs::path name = pictureName(input, ending_);
+    if (isFolder_) return (fs::path(output_) / name).string();
     if (!output_.empty()) return output_;
-    if (input == kStandardStream) return kStandardStream;
-    return fs::path(input).replace_filename(pictureName(input)).string();
+    if (input.path == kStandardStream) return kStandardStream;
+    return fs::path(input.path).replace_filename(name.filename()).string();
 }
 
-std::string OutputPlan::pathFor(const std::string& input) {
+std::string OutputPlan::pathFor(const FoundFile& input) {
     std::string path = choosePath(input);
     if (path == kStandardStream) {
         if (isatty(STDOUT_FILENO) != 0)
             throw FileError("a picture is not for a terminal; name a file with -o OUT.png");
         return path;
     }
-    if (input != kStandardStream && isSameFile(path, input))
+    if (input.path != kStandardStream && isSameFile(path, input.path))
         throw FileError("the picture would overwrite its own document; choose another -o");
     if (!taken_.insert(fs::path(path).lexically_normal().string()).second)
         throw FileError("its picture would overwrite " + path +
                         ", just written for another input; render them into separate folders");
+    if (isFolder_) createFolders(fs::path(path).parent_path());
     return path;
 }
 

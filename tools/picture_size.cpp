@@ -63,22 +63,20 @@ std::string sideText(double side) {
     return text.str();
 }
 
-[[noreturn]] void throwTooLarge(const Size& size, std::uint32_t largestSide) {
+[[noreturn]] void throwTooLarge(const Size& size) {
     const char* longer = size.width >= size.height ? "--width " : "--height ";
     throw FileError("the picture would have " + sideText(size.width) + " x " +
                     sideText(size.height) + " pixels, and a side can have " +
-                    std::to_string(largestSide) + "; give " + longer + std::to_string(largestSide) +
-                    " or less, without --scale");
+                    std::to_string(kLargestSide) + "; give " + longer +
+                    std::to_string(kLargestSide) + " or less, without --scale");
 }
 
 }  // namespace
 
-PictureSize choosePictureSize(const SizeRequest& request, const DocumentSize& document,
-                              std::uint32_t largestSide) {
+PictureSize choosePictureSize(const SizeRequest& request, const DocumentSize& document) {
     Size size = requestedSize(request, document);
     size = {size.width * request.scale, size.height * request.scale};
-    if (std::round(std::max(size.width, size.height)) > largestSide)
-        throwTooLarge(size, largestSide);
+    if (std::round(std::max(size.width, size.height)) > kLargestSide) throwTooLarge(size);
     // A sliver still is a picture: what rounds to no pixel gets one.
     const auto pixels = [](double side) {
         return static_cast<std::uint32_t>(std::max(1.0, std::round(side)));

@@ -9,6 +9,9 @@ namespace tool {
 /// screen that percentages of such a document refer to. Pixels.
 inline constexpr std::uint32_t kDefaultSide = 512;
 
+/// The longest side of a picture.
+inline constexpr std::uint32_t kLargestSide = 32768;
+
 /// What the user asked for. Sides in pixels, before `scale` multiplies them.
 struct SizeRequest {
     std::optional<std::uint32_t> width;
@@ -30,8 +33,7 @@ struct PictureSize {
 };
 
 /// The sides asked for, a missing one by the aspect; else the document's own; else the aspect of
-/// its viewport at kDefaultSide. Each side is in [1, largestSide]; FileError when that cannot be.
-PictureSize choosePictureSize(const SizeRequest& request, const DocumentSize& document,
-                              std::uint32_t largestSide);
+/// its viewport at kDefaultSide. Each side is in [1, kLargestSide]; FileError when that cannot be.
+PictureSize choosePictureSize(const SizeRequest& request, const DocumentSize& document);
 
 }  // namespace tool

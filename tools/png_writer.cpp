@@ -1,100 +1,111 @@
 #include "png_writer.h"
 
-#include <png.h>
+#include <zlib.h>
 
-#include <algorithm>
-#include <cerrno>
-#include <cstddef>
-#include <cstdio>
-#include <cstring>
-#include <memory>
+#include <array>
+#include <new>
 
 #include "file_error.h"
-#include "input_file.h"
 
 namespace tool {
 
 namespace {
 
-using Bytes = std::unique_ptr<unsigned char[]>;
+constexpr std::size_t kChunkSize = std::size_t{1} << 17;  // of compressed data
 
-struct EncodedPicture {
-    Bytes bytes;
-    std::size_t count;
-};
+// libpng is left by these exceptions instead of longjmp: it is compiled with unwind tables, and
+// what it allocated is freed with its structures.
 
-/// channel * 255 / alpha, rounded to nearest. A channel cannot exceed its alpha, but for rounding.
-std::uint32_t straightChannel(std::uint32_t channel, std::uint32_t alpha) {
-    return std::min((channel * 255 + alpha / 2) / alpha, 255u);
+[[noreturn]] void throwPngError(png_structp, png_const_charp message) {
+    throw FileError(std::string("the picture cannot be encoded: ") + message);
 }
 
-std::uint32_t straightPixel(std::uint32_t pixel) {
-    const std::uint32_t alpha = pixel >> 24;
-    if (alpha == 0) return 0;
-    std::uint32_t straight = alpha << 24;
-    for (const int shift : {16, 8, 0})
-        straight |= straightChannel(pixel >> shift & 0xFF, alpha) << shift;
-    return straight;
+void ignoreWarning(png_structp, png_const_charp) {}
+
+void writeBytes(png_structp png, png_bytep bytes, png_size_t count) {
+    static_cast<OutputFile*>(png_get_io_ptr(png))->write(bytes, count);
 }
 
-void storeBytes(std::uint32_t pixel, unsigned char* rgba) {
-    for (const int shift : {16, 8, 0, 24})  // red, green, blue, alpha
-        *rgba++ = static_cast<unsigned char>(pixel >> shift);
-}
-
-Bytes rgbaOf(const std::uint32_t* pixels, std::size_t count, AlphaKind alpha) {
-    Bytes rgba = std::make_unique_for_overwrite<unsigned char[]>(count * 4);
-    for (std::size_t i = 0; i < count; ++i) {
-        const bool isStraight = alpha == AlphaKind::kStraight;
-        storeBytes(isStraight ? pixels[i] : straightPixel(pixels[i]), &rgba[i * 4]);
-    }
-    return rgba;
-}
-
-EncodedPicture encode(const Bytes& rgba, std::uint32_t width, std::uint32_t height) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = width;
-    image.height = height;
-    image.format = PNG_FORMAT_RGBA;
-    png_alloc_size_t count = PNG_IMAGE_PNG_SIZE_MAX(image);
-    Bytes bytes = std::make_unique_for_overwrite<unsigned char[]>(count);
-    if (png_image_write_to_memory(&image, bytes.get(), &count, 0, rgba.get(), 0, nullptr) == 0)
-        throw FileError(std::string("the picture cannot be encoded: ") + image.message);
-    return {std::move(bytes), count};
-}
-
-[[noreturn]] void throwUnwritable(const std::string& path, int error) {
-    throw FileError("cannot write " + path + ": " + std::strerror(error) +
-                    "; choose another place with -o");
-}
-
-bool writeAndFlush(std::FILE* file, const EncodedPicture& picture) {
-    return std::fwrite(picture.bytes.get(), 1, picture.count, file) == picture.count &&
-           std::fflush(file) == 0;
-}
-
-void writeFile(const std::string& path, const EncodedPicture& picture) {
-    std::FILE* file = std::fopen(path.c_str(), "wb");
-    if (file == nullptr) throwUnwritable(path, errno);
-    const bool isWritten = writeAndFlush(file, picture);
-    const int writeError = errno;
-    const bool isClosed = std::fclose(file) == 0;
-    if (!isWritten || !isClosed) throwUnwritable(path, isWritten ? errno : writeError);
-}
+void flushNothing(png_structp) {}
 
 }  // namespace
 
-void makeStraight(std::uint32_t* pixels, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) pixels[i] = straightPixel(pixels[i]);
+PngWriter::PngWriter(const PictureFile& file, AlphaKind alpha, int compression)
+    : output_(file.path),
+      width_(file.width),
+      height_(file.height),
+      alpha_(alpha),
+      compression_(compression) {
+    png_ = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, throwPngError, ignoreWarning);
+    if (png_ != nullptr) info_ = png_create_info_struct(png_);
+    if (info_ == nullptr) {
+        png_destroy_write_struct(&png_, &info_);
+        throw std::bad_alloc();
+    }
+    png_set_write_fn(png_, &output_, writeBytes, flushNothing);
+}
+
+PngWriter::~PngWriter() { png_destroy_write_struct(&png_, &info_); }
+
+void PngWriter::writeHeader(int colorType) {
+    const bool isIndexed = colorType == PNG_COLOR_TYPE_PALETTE;
+    const bool isDefault = compression_ == kDefaultCompression;
+    png_set_IHDR(png_, info_, width_, height_, 8, colorType, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_set_filter(png_, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
+    png_set_compression_buffer_size(png_, kChunkSize);
+    png_set_compression_level(png_, isDefault ? 3 : compression_);
+    png_set_compression_strategy(png_, isDefault && isIndexed ? Z_RLE : Z_DEFAULT_STRATEGY);
+    png_write_info(png_, info_);
+    isStarted_ = true;
+}
+
+void PngWriter::setPalette(std::vector<std::uint32_t> colors) {
+    if (alpha_ == AlphaKind::kPremultiplied) makeStraight(colors.data(), colors.size());
+    std::array<png_color, 256> palette;
+    std::array<png_byte, 256> alphas;
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        const auto channel = [&](int shift) { return static_cast<png_byte>(colors[i] >> shift); };
+        palette[i] = {channel(16), channel(8), channel(0)};
+        alphas[i] = channel(24);
+    }
+    const auto count = static_cast<int>(colors.size());
+    png_set_PLTE(png_, info_, palette.data(), count);
+    png_set_tRNS(png_, info_, alphas.data(), count, nullptr);
+}
+
+void PngWriter::writeIndexed(IndexedPicture picture) {
+    setPalette(std::move(picture.colors));
+    writeHeader(PNG_COLOR_TYPE_PALETTE);
+    for (std::uint32_t y = 0; y < height_; ++y)
+        png_write_row(png_, &picture.indices[std::size_t{y} * width_]);
+}
+
+void PngWriter::writeRows(const std::uint32_t* pixels, std::uint32_t rowCount) {
+    if (!isStarted_ && rowCount == height_) {
+        auto indexed = indexColors(pixels, std::size_t{width_} * height_);
+        if (indexed) return writeIndexed(std::move(*indexed));
+    }
+    if (!isStarted_) {
+        row_.resize(std::size_t{width_} * 4);
+        writeHeader(PNG_COLOR_TYPE_RGBA);
+    }
+    for (; rowCount > 0; --rowCount, pixels += width_) {
+        storeRgba(pixels, width_, alpha_, row_.data());
+        png_write_row(png_, row_.data());
+    }
+}
+
+void PngWriter::finish() {
+    png_write_end(png_, nullptr);
+    output_.commit();
 }
 
 void writePng(const std::string& path, const std::uint32_t* pixels, std::uint32_t width,
               std::uint32_t height, AlphaKind alpha) {
-    const Bytes rgba = rgbaOf(pixels, std::size_t{width} * height, alpha);
-    const EncodedPicture picture = encode(rgba, width, height);
-    if (path != kStandardStream) return writeFile(path, picture);
-    if (!writeAndFlush(stdout, picture)) throwUnwritable("<stdout>", errno);
+    PngWriter writer({path, width, height}, alpha, kDefaultCompression);
+    writer.writeRows(pixels, height);
+    writer.finish();
 }
 
 }  // namespace tool

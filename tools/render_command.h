@@ -6,25 +6,31 @@
 #include <vector>
 
 #include "color_option.h"
+#include "drawing.h"
 #include "picture_size.h"
-#include "quor/quor.h"
+#include "picture_writer.h"
 
 namespace tool {
 
 struct RenderOptions {
-    std::vector<std::string> inputs;  // file names; "-" is standard input
+    std::vector<std::string> inputs;  // files and folders; "-" is standard input
     std::string output;               // file, folder or "-"; empty: beside each input
     SizeRequest size;
-    std::uint32_t quality = QUOR_RENDERING_QUALITY_BETTER;
-    Color background;                    // transparent
-    float dpi = 96;                      // pixels per inch of the document's absolute units
-    float rotation = 0;                  // degrees clockwise about the picture's centre
-    std::optional<std::uint32_t> align;  // QUOR_ALIGN_*; the document's own when absent
-    bool isSlice = false;                // cover the picture; else as the document says
+    Placement placement;
+    Color background;                     // transparent
+    float dpi = 96;                       // pixels per inch of the document's absolute units
+    std::optional<PictureFormat> format;  // else as the output's name says
+    int compression = kDefaultCompression;
+    std::string color;    // "#rrggbb" for what has no colour of its own; empty: black, as ever
+    std::string element;  // id of the only element to draw; empty: all
+    bool isTrimmed = false;
+    bool warns = false;      // of what is passed over
+    std::uint32_t jobs = 0;  // processes; 0: as many as make sense
+    bool watches = false;
 };
 
-/// Renders every input to a PNG file and goes on after a bad one, each with its message on
-/// standard error. True when all succeeded.
+/// Renders every input to a picture and goes on after a bad one, each with its message on standard
+/// error. True when all succeeded.
 bool renderFiles(const RenderOptions& options);
 
 }  // namespace tool

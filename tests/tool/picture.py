@@ -1,4 +1,4 @@
-"""A small reader of the PNG files that the tool writes: 8-bit RGBA, not interlaced."""
+"""A small reader of the PNG files that the tool writes: 8 bits, RGBA or palette, not interlaced."""
 import struct
 import zlib
 
@@ -9,17 +9,31 @@ class Picture:
     def __init__(self, data):
         assert data[:8] == b"\x89PNG\r\n\x1a\n", "not a PNG file"
         chunks = list(_chunks(data[8:]))
-        header = struct.unpack(">IIBBBBB", dict(chunks)[b"IHDR"])
-        assert header[2:] == (8, 6, 0, 0, 0), "not 8-bit RGBA without interlacing"
+        parts = dict(chunks)
+        header = struct.unpack(">IIBBBBB", parts[b"IHDR"])
+        assert header[2:] in ((8, 6, 0, 0, 0), (8, 3, 0, 0, 0)), "neither 8-bit RGBA nor palette"
         self.width, self.height = header[:2]
         packed = b"".join(body for kind, body in chunks if kind == b"IDAT")
-        self._rows = _unfilter(zlib.decompress(packed), self.width * 4, self.height)
+        size = 4 if header[3] == 6 else 1  # bytes of a pixel
+        self._rows = _unfilter(zlib.decompress(packed), self.width * size, self.height)
+        if size == 1:
+            colors = _palette(parts[b"PLTE"], parts.get(b"tRNS", b""))
+            self._rows = [b"".join(colors[i] for i in row) for row in self._rows]
 
     def at(self, x, y):
         return tuple(self._rows[y][4 * x : 4 * x + 4])
 
+    def part(self, x, y, width, height):
+        """The bytes of its rows."""
+        return [bytes(row[4 * x : 4 * (x + width)]) for row in self._rows[y : y + height]]
+
     def colors(self):
         return {self.at(x, y) for y in range(self.height) for x in range(self.width)}
+
+
+def _palette(colors, alphas):
+    alphas += b"\xff" * (len(colors) // 3 - len(alphas))
+    return [colors[3 * i : 3 * i + 3] + alphas[i : i + 1] for i in range(len(alphas))]
 
 
 def _chunks(data):
