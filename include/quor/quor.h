@@ -236,6 +236,17 @@ QUOR_API uint32_t quorPointMap(uint32_t document, uint32_t surface, float x, flo
  * rectangles cannot be drawn any more and their ids read "".
  */
 
+/*
+ * A rectangle is the box of the pixels that an element paints at the best quality, alone and at its
+ * scale: of its fill where that shows and of its stroke as drawn, with caps, joins and dashes; of
+ * all it holds for a container. What paints no pixel has no rectangle: fill "none" without a
+ * stroke, an opacity or a width of 0, a gradient without stops and with no fallback, what is
+ * hidden.
+ *
+ * Containers are `g`, nested `svg` and every element that this library does not know and that holds
+ * others, such as `a` and `switch`: what is inside them is drawn, so it is packed too.
+ */
+
 /* A placed element; 4-byte aligned. */
 typedef struct QuorPackedRect {
     const char* id;    /* its id or xml:id, "" when it has none; owned by the document */
@@ -262,9 +273,8 @@ QUOR_API uint32_t quorPackingBegin(uint32_t maxDimension, uint32_t border, uint3
 
 /*
  * Collects elements of a document at quorPackingBegin's scale times this one. explodeGroups 0: the
- * children of the outermost element, each with all that is in it; else `g` and nested `svg`
- * elements are opened, down to shapes and `use` elements. Elements that draw nothing of their own
- * (`defs`, paint servers, display "none", unknown ones, empty ones) are passed over.
+ * children of the outermost element, each with all that is in it; else containers are opened, down
+ * to shapes and `use` elements. Elements that paint nothing are passed over.
  * Stores in `info` (2 values) how many elements were taken and how many were left out because they
  * are larger than maxDimension without its two borders.
  * 0, 1, 8 when not packing, 2, 3 for a bad pointer or a scale not above 0; 4, 6, 9 (nothing of the
@@ -298,7 +308,8 @@ QUOR_API const QuorPackedRect* quorPackingBinRects(uint32_t bin);
 /*
  * Clears the surface as quorDocDraw does and draws rectsCount rectangles of a bin, from firstRect
  * on, each at its place in the surface's pixels: the surface's viewport and viewport transform are
- * not used. An element has the style and the transforms of all that it is inside of.
+ * not used. An element has the style and the transforms of all that it is inside of. All of a call
+ * together visit as many targets of `use` elements as one quorDocDraw may, else the result is 6.
  * 0, 1, 7 while packing, 3 for no result, a bin or rectangles out of range, 2 for a bad surface, 3
  * for an unknown quality, 2 when a document of the rectangles no longer exists; 4, 6, 9.
  */

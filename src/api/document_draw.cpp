@@ -58,17 +58,17 @@ void setDrawState(RenderingQuality quality) noexcept {
     vgSetPaint(VG_INVALID_HANDLE, VG_STROKE_PATH);
 }
 
-SvgMatrix surfaceFlip(const DrawingSurface& surface) noexcept {
+SvgMatrix surfaceFlip(uint32_t surfaceHeight) noexcept {
     SvgMatrix matrix;
     matrix.m11 = -1.0F;
-    matrix.m12 = static_cast<float>(surface.height());
+    matrix.m12 = static_cast<float>(surfaceHeight);
     matrix.kind = SvgMatrix::kAnglePreserving;
     return matrix;
 }
 
 Status Document::draw(const DrawingSurface& surface, RenderingQuality quality) noexcept {
     if (viewport.isDegenerate()) return Status::kOk;
-    const SvgMatrix base = surfaceFlip(surface) * surface.transformMatrix();
+    const SvgMatrix base = surfaceFlip(surface.height()) * surface.transformMatrix();
     if (const Status status = traversal_.begin(base); status != Status::kOk) return status;
     setDrawState(quality);
     root_->setOutermostMapping(viewportMapping(viewport, surface.viewport, alignment));

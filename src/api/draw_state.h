@@ -11,6 +11,6 @@ void setDrawState(RenderingQuality quality) noexcept;
 
 /// From y downward and the surface's top left corner to the engine's y upward and the bottom left
 /// corner.
-SvgMatrix surfaceFlip(const DrawingSurface& surface) noexcept;
+SvgMatrix surfaceFlip(uint32_t surfaceHeight) noexcept;
 
 }  // namespace quor

@@ -207,4 +207,25 @@ TEST_F(PackingDraw, IgnoresWhereTheSurfacePutsDocuments) {
     EXPECT_EQ(0x00000000U, sheet.at(4, 4));
 }
 
+TEST_F(PackingDraw, CountsTargetsOfUseOverTheCall) {
+    // Each of the 60 rectangles visits 11,111 targets: one call visits more than a walk may.
+    std::string text = "<svg xmlns:xlink='x'><defs><rect id='l4' width='1' height='1'/>";
+    for (int level = 3; level >= 0; --level) {
+        text += "<g id='l" + std::to_string(level) + "'>";
+        for (int i = 0; i < 10; ++i)
+            text += "<use xlink:href='#l" + std::to_string(level + 1) + "'/>";
+        text += "</g>";
+    }
+    text += "</defs><use xlink:href='#l0'/></svg>";
+    const uint32_t document = quorDocCreate(text.c_str());
+    ASSERT_EQ(QUOR_NO_ERROR, quorPackingBegin(256, 1, 0, 1.0F));
+    uint32_t info[2];
+    for (int i = 0; i < 60; ++i) ASSERT_EQ(QUOR_NO_ERROR, quorPackingAdd(document, 0, 1.0F, info));
+    ASSERT_EQ(QUOR_NO_ERROR, quorPackingEnd(1));
+    const Sheet sheet;
+    EXPECT_EQ(QUOR_NO_ERROR, sheet.draw(0, 40));
+    EXPECT_EQ(QUOR_INVALID_SVG_ERROR, sheet.draw(0, 60));
+    EXPECT_EQ(QUOR_NO_ERROR, sheet.draw(20, 40));
+}
+
 }  // namespace
