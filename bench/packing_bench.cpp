@@ -68,5 +68,20 @@ BENCHMARK(packEqual)
     ->ArgName("rectangles")
     ->Unit(benchmark::kMillisecond);
 
+/// Bins that hold few each: what grows with bins times rectangles shows here.
+void packFewEach(benchmark::State& state) {
+    std::mt19937 random(1);
+    const auto side = [&] { return 1100 + static_cast<int>(random() % 901); };
+    std::vector<Size> sizes(static_cast<size_t>(state.range(0)));
+    for (Size& size : sizes) size = {side(), side()};
+    pack(state, sizes, false);
+}
+BENCHMARK(packFewEach)
+    ->Name("packing/one_a_bin")
+    ->Arg(5000)
+    ->Arg(20000)
+    ->ArgName("rectangles")
+    ->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace quor::packing

@@ -6,13 +6,22 @@ namespace tool {
 
 namespace {
 
-/// What a class name can hold without escapes; the rest becomes '-'.
+/// What a class name can hold without escapes stays, letters of any script among it; the rest
+/// becomes '_' and two hexadecimal digits, '_' itself "__", so that no two names become one.
 std::string classNameOf(const std::string& name) {
+    constexpr const char* kDigits = "0123456789abcdef";
     std::string text;
     for (const char c : name) {
-        const bool isPlain =
-            (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-        text += isPlain ? c : '-';
+        const auto byte = static_cast<unsigned char>(c);
+        const bool isPlain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+                             (c >= '0' && c <= '9') || c == '-' || byte >= 0x80;
+        if (isPlain) {
+            text += c;
+        } else if (c == '_') {
+            text += "__";
+        } else {
+            text += {'_', kDigits[byte >> 4], kDigits[byte & 15]};
+        }
     }
     return text;
 }

@@ -13,13 +13,16 @@ using Json = nlohmann::ordered_json;
 std::string scaleText(double scale) { return Json(scale).dump(); }
 
 Json frameObject(const AtlasFrame& frame) {
-    const Json size = {{"w", frame.width}, {"h", frame.height}};
+    const Json middle = {{"x", 0.5}, {"y", 0.5}};
     return {
         {"frame", {{"x", frame.x}, {"y", frame.y}, {"w", frame.width}, {"h", frame.height}}},
         {"rotated", false},
-        {"trimmed", false},
-        {"spriteSourceSize", {{"x", 0}, {"y", 0}, {"w", frame.width}, {"h", frame.height}}},
-        {"sourceSize", size},
+        {"trimmed", frame.isTrimmed()},
+        {"spriteSourceSize",
+         {{"x", frame.offsetX}, {"y", frame.offsetY}, {"w", frame.width}, {"h", frame.height}}},
+        {"sourceSize", {{"w", frame.sourceWidth}, {"h", frame.sourceHeight}}},
+        {"pivot", middle},
+        {"anchor", middle},
         {"origin", {{"x", frame.originX}, {"y", frame.originY}}},
     };
 }
@@ -58,7 +61,7 @@ std::string textOf(const Json& json) {
 
 std::vector<AtlasDescription> describeAsJsonHash(const Atlas& atlas, const std::string& baseName) {
     const auto suffixOf = [&](std::size_t sheet) {
-        return atlas.sheets.size() == 1 ? ".json" : "-" + std::to_string(sheet) + ".json";
+        return sheet == 0 ? ".json" : "-" + std::to_string(sheet) + ".json";
     };
     std::vector<AtlasDescription> descriptions;
     for (std::size_t i = 0; i < atlas.sheets.size(); ++i) {

@@ -1,26 +1,33 @@
 #include "frame_names.h"
 
-#include <filesystem>
-
-#include "input_file.h"
+#include <nlohmann/json.hpp>
 
 namespace tool {
 
-std::string FrameNames::fileName(const std::string& input) const {
-    if (input == kStandardStream) return "stdin";
-    std::filesystem::path name = std::filesystem::path(input).filename();
-    if (trimsEndings_ && (name.extension() == ".svg" || name.extension() == ".SVG"))
-        name.replace_extension();
-    return name.string();
+std::string validText(const std::string& text) {
+    using Json = nlohmann::json;
+    const std::string quoted = Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+    return Json::parse(quoted).get<std::string>();
 }
 
-std::string FrameNames::nameOf(const std::string& input, const std::string& id, std::size_t index,
-                               std::size_t count) {
-    std::string name = fileName(input);
-    if (count > 1) name += '/' + (id.empty() ? std::to_string(index) : id);
-    std::string unique = name;
-    for (int i = 2; !taken_.insert(unique).second; ++i) unique = name + '-' + std::to_string(i);
-    return unique;
+std::string FrameNames::trimmed(const std::string& name) const {
+    const bool isDrawing = name.ends_with(".svg") || name.ends_with(".SVG");
+    return validText(trimsEndings_ && isDrawing ? name.substr(0, name.size() - 4) : name);
+}
+
+std::string FrameNames::unique(const std::string& name) {
+    std::string result = name;
+    for (int i = 2; !taken_.insert(result).second; ++i) result = name + '-' + std::to_string(i);
+    return result;
+}
+
+std::string FrameNames::nameOf(const FoundFile& file) {
+    const std::string name = trimmed(file.name);
+    return unique(taken_.contains(name) ? trimmed(file.path) : name);
+}
+
+std::string FrameNames::nameOf(const std::string& fileName, const std::string& element) {
+    return unique(fileName + '/' + validText(element));
 }
 
 }  // namespace tool

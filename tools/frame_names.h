@@ -1,25 +1,31 @@
 #pragma once
 
-#include <cstddef>
 #include <set>
 #include <string>
 
+#include "folder_walk.h"
+
 namespace tool {
 
-/// Names frames after their file and id: "gear.svg" for the only element of a file, else
-/// "gear.svg/wheel", or "gear.svg/2" for the third element if it has no id. A name that is taken
-/// gets "-2", "-3" and so on.
+/// Valid UTF-8: bytes that are none become U+FFFD.
+std::string validText(const std::string& text);
+
+/// Names frames after their file: "ui/gear.svg", and "ui/gear.svg/wheel" for one element of it. The
+/// names do not depend on other files, but where a name is taken: then it is the path of the file,
+/// and if that is taken too, one with "-2", "-3" and so on.
 class FrameNames {
 public:
     /// `trimsEndings` leaves the ".svg" out.
     explicit FrameNames(bool trimsEndings) : trimsEndings_(trimsEndings) {}
 
-    /// `index` counts from 0 among the file's `count` elements.
-    std::string nameOf(const std::string& input, const std::string& id, std::size_t index,
-                       std::size_t count);
+    /// To be called once a file, in their order.
+    std::string nameOf(const FoundFile& file);
+    /// `element` is its id or its place.
+    std::string nameOf(const std::string& fileName, const std::string& element);
 
 private:
-    std::string fileName(const std::string& input) const;
+    std::string trimmed(const std::string& name) const;
+    std::string unique(const std::string& name);
 
     bool trimsEndings_;
     std::set<std::string> taken_;

@@ -1,17 +1,18 @@
 #include "pack_command.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <new>
 #include <sstream>
 
 #include "atlas.h"
+#include "atlas_output.h"
+#include "element_places.h"
 #include "file_error.h"
+#include "file_watch.h"
 #include "frame_names.h"
 #include "input_file.h"
 #include "library_error.h"
@@ -19,27 +20,14 @@
 #include "progress.h"
 #include "rejected_document.h"
 #include "session.h"
-#include "too_large.h"
+#include "sheet_pixels.h"
+#include "sheet_source.h"
 
 namespace tool {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-struct Input {
-    std::string name;
-    std::unique_ptr<Document> document;
-    std::uint32_t taken = 0;  // elements in the present packing
-    std::uint32_t tooLarge = 0;
-};
-
-/// One element of the present packing.
-struct PlacedFrame {
-    std::uint32_t bin;
-    QuorPackedRect rect;
-    std::string id;
-};
 
 /// "1.5" for 1.5.
 std::string numberText(double number) {
@@ -48,138 +36,102 @@ std::string numberText(double number) {
     return text.str();
 }
 
-void writeText(const std::string& path, const std::string& text) {
-    std::FILE* file = std::fopen(path.c_str(), "wb");
-    bool isWritten = file != nullptr;
-    if (isWritten) {
-        isWritten = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-        isWritten = std::fclose(file) == 0 && isWritten;
-    }
-    if (!isWritten) {
-        throw FileError("cannot write " + path + ": " + std::strerror(errno) +
-                        "; choose another place with -o");
-    }
-}
-
-std::unique_ptr<Document> loadDocument(const std::string& input) {
-    const std::string text = readInputText(input);
+std::unique_ptr<Document> loadDocument(const std::string& path, FrameUnit unit) {
+    std::string text = readInputText(path);
+    if (unit != FrameUnit::kFile) text = withPlaces(text);
     auto document = std::make_unique<Document>(quorDocCreate(text.c_str()));
     if (!document->isValid()) throw explainRejectedDocument(text);
     return document;
 }
 
-/// Runs `work` for one input; false, with a message, when it failed.
-template <class Work>
-bool tryInput(const std::string& name, Progress& progress, Work work) {
-    try {
-        try {
-            work();
-            return true;
-        } catch (const std::bad_alloc&) {
-            throwOutOfMemory();
-        }
-    } catch (const FileError& error) {
-        progress.clear();
-        report(name, error);
-        return false;
+/// One set of sheets.
+struct AtlasVariant {
+    FrameScale scale;
+    std::string suffix;  ///< behind the name of the atlas: "@2x"
+};
+
+std::vector<AtlasVariant> variantsOf(const PackOptions& options) {
+    std::vector<AtlasVariant> variants;
+    for (const std::uint32_t size : options.sizes) {
+        FrameScale scale;
+        scale.longestSide = size;
+        variants.push_back({scale, "@" + std::to_string(size)});
     }
+    for (const float factor : options.scales) {
+        FrameScale scale;
+        scale.scale = factor;
+        variants.push_back({scale, "@" + numberText(factor) + "x"});
+    }
+    if (variants.empty()) {
+        FrameScale scale;
+        scale.width = options.width;
+        scale.height = options.height;
+        variants.push_back({scale, ""});
+    }
+    if (variants.size() == 1) variants[0].suffix.clear();
+    return variants;
 }
 
 /// Makes the atlas of one scale.
 class AtlasRun {
 public:
-    AtlasRun(const PackOptions& options, std::vector<Input>& inputs, float scale)
-        : options_(options), inputs_(inputs), scale_(scale), names_(options.trimsNames) {
-        base_ = options.output;
-        if (options.scales.size() > 1) base_ += "@" + numberText(scale) + "x";
-        baseName_ = fs::path(base_).filename().string();
+    AtlasRun(const PackOptions& options, std::vector<PackInput>& inputs,
+             const AtlasVariant& variant, AtlasOutput& output)
+        : options_(options), output_(output) {
+        baseName_ = fs::path(options.output).filename().string() + variant.suffix;
+        atlas_.scale = variant.scale.isFitted() ? 1.0 : variant.scale.scale;
+        source_ = options.unit == FrameUnit::kFile
+                      ? packWholeDrawings(options, variant.scale, inputs)
+                      : packElements(options, variant.scale.scale, inputs);
     }
 
-    /// False when an input failed or an element is too large.
+    /// False when something is left out or there is nothing.
     bool run() {
         const auto start = std::chrono::steady_clock::now();
-        const bool isComplete = collect();
-        requireSuccess(quorPackingEnd(1));
-        listFrames();
-        buildAtlas();
-        drawSheets();
-        for (const AtlasDescription& description : describe())
-            writeText(base_ + description.suffix, description.text);
+        source_->pack(atlas_.sheets);
+        if (atlas_.sheets.empty()) {
+            std::fprintf(stderr,
+                         "%s: nothing is packed, for nothing shows or fits; no sheet is "
+                         "written\n",
+                         baseName_.c_str());
+            return false;
+        }
+        for (std::size_t i = 0; i < atlas_.sheets.size(); ++i)
+            atlas_.sheets[i].image = baseName_ + "-" + std::to_string(i) + ".png";
+        writeSheets();
+        writeDescriptions();
         const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
         printSummary(time.count());
-        return reportTooLarge() && isComplete;
+        return source_->problems() == 0;
     }
 
 private:
-    bool collect() {
-        requireSuccess(quorPackingBegin(options_.maxSize, options_.border,
-                                        options_.isPowerOfTwo ? 1 : 0, scale_));
-        Progress progress(inputs_.size());
-        bool isComplete = true;
-        for (std::size_t i = 0; i < inputs_.size(); ++i) {
-            Input& input = inputs_[i];
-            progress.show(i + 1, displayName(input.name));
-            isComplete &= tryInput(input.name, progress, [&] { add(input); });
-        }
-        return isComplete;
-    }
-
-    void add(Input& input) {
-        std::uint32_t info[2] = {};
-        input.taken = input.tooLarge = 0;
-        requireSuccess(
-            quorPackingAdd(input.document->get(), options_.explodesGroups ? 1 : 0, 1, info));
-        input.taken = info[0];
-        input.tooLarge = info[1];
-    }
-
-    /// All rectangles in collecting order: input after input.
-    void listFrames() {
-        for (std::uint32_t bin = 0; bin < quorPackingBinsCount(); ++bin) {
-            std::uint32_t info[3];  // width, height, rectangles
-            requireSuccess(quorPackingBinInfo(bin, info));
-            atlas_.sheets.push_back(
-                {baseName_ + "-" + std::to_string(bin) + ".png", info[0], info[1], {}});
-            const QuorPackedRect* rects = quorPackingBinRects(bin);
-            for (std::uint32_t i = 0; i < info[2]; ++i)
-                frames_.push_back({bin, rects[i], rects[i].id});
-        }
-        std::sort(frames_.begin(), frames_.end(),
-                  [](const auto& a, const auto& b) { return a.rect.element < b.rect.element; });
-    }
-
-    void buildAtlas() {
-        atlas_.scale = scale_;
-        auto frame = frames_.begin();
-        for (const Input& input : inputs_) {
-            for (std::uint32_t i = 0; i < input.taken; ++i, ++frame) {
-                const QuorPackedRect& rect = frame->rect;
-                atlas_.sheets[frame->bin].frames.push_back(
-                    {names_.nameOf(input.name, frame->id, i, input.taken + input.tooLarge), rect.x,
-                     rect.y, rect.width, rect.height, rect.originX, rect.originY});
-            }
-        }
-    }
-
-    void drawSheets() {
+    void writeSheets() {
         Progress progress(atlas_.sheets.size());
         for (std::size_t i = 0; i < atlas_.sheets.size(); ++i) {
-            progress.show(i + 1, atlas_.sheets[i].image);
-            drawSheet(static_cast<std::uint32_t>(i), atlas_.sheets[i]);
+            const AtlasSheet& sheet = atlas_.sheets[i];
+            progress.show(i + 1, sheet.image);
+            const Surface surface(quorSurfaceCreate(sheet.width, sheet.height));
+            if (!surface.isValid()) throwOutOfMemory();
+            source_->draw(static_cast<std::uint32_t>(i), surface.get());
+            writeSheet(output_.temporaryPath(sheet.image), sheet, surface.get(), options_.extrude,
+                       options_.dilates);
+            output_.commit(sheet.image);
+            if (options_.writesPreview) pictures_.push_back(output_.read(sheet.image));
         }
     }
 
-    void drawSheet(std::uint32_t bin, const AtlasSheet& sheet) {
-        const Surface surface(quorSurfaceCreate(sheet.width, sheet.height));
-        if (!surface.isValid()) throwOutOfMemory();
-        const auto count = static_cast<std::uint32_t>(sheet.frames.size());
-        requireSuccess(quorPackingDraw(bin, 0, count, surface.get(), options_.quality));
-        // Straight first, for the neighbours' true colours, not their share, are to spread.
-        std::vector<std::uint32_t> pixels(std::size_t{sheet.width} * sheet.height);
-        makeStraight(quorSurfacePixels(surface.get()), pixels.size());
-        requireSuccess(quorSurfaceCopy(surface.get(), pixels.data(), options_.dilates ? 1 : 0));
-        const fs::path path = fs::path(base_).replace_filename(sheet.image);
-        writePng(path.string(), pixels.data(), sheet.width, sheet.height, AlphaKind::kStraight);
+    void writeDescriptions() {
+        std::vector<AtlasDescription> descriptions = describe();
+        if (options_.writesPreview)
+            descriptions.push_back({".html", describeAsPage(atlas_, baseName_, pictures_)});
+        std::vector<std::string> files;
+        for (const AtlasSheet& sheet : atlas_.sheets) files.push_back(sheet.image);
+        for (const AtlasDescription& description : descriptions)
+            files.push_back(baseName_ + description.suffix);
+        listFiles(descriptions, files);
+        for (const AtlasDescription& description : descriptions)
+            output_.write(baseName_ + description.suffix, description.text);
     }
 
     std::vector<AtlasDescription> describe() const {
@@ -199,92 +151,68 @@ private:
     void printSummary(double seconds) const {
         double used = 0;
         double all = 0;
+        std::size_t count = 0;
         for (const AtlasSheet& sheet : atlas_.sheets) {
             all += double{1} * sheet.width * sheet.height;
+            count += sheet.frames.size();
             for (const AtlasFrame& frame : sheet.frames)
                 used += double{1} * frame.width * frame.height;
         }
-        std::printf("%s: %zu frames on %zu sheet%s, %.1f %% occupied, %.2f s\n", base_.c_str(),
-                    frames_.size(), atlas_.sheets.size(), atlas_.sheets.size() == 1 ? "" : "s",
-                    all > 0 ? 100 * used / all : 0.0, seconds);
-    }
-
-    /// True when nothing is too large.
-    bool reportTooLarge() const {
-        bool isNone = true;
-        for (const Input& input : inputs_) {
-            if (input.tooLarge == 0) continue;
-            isNone = false;
-            reportTooLarge(input);
-        }
-        return isNone;
-    }
-
-    void reportTooLarge(const Input& input) const {
-        const double usable = options_.maxSize - 2.0 * options_.border;
-        const auto found =
-            findTooLarge(input.document->get(), options_.explodesGroups, scale_, input.tooLarge);
-        for (const TooLargeElement& element : found) {
-            const std::string id =
-                element.id.empty() ? "element " + std::to_string(element.index) : element.id;
-            // Rounded down to three digits: sizes are rounded outward.
-            const double scale = scale_ * (usable - 1) / (element.longerSide + 2);
-            std::fprintf(stderr,
-                         "%s: %s is about %.0f pixels long and a sheet takes %.0f; left out. Give "
-                         "--scale %.3g or less%s\n",
-                         displayName(input.name).c_str(), id.c_str(), element.longerSide, usable,
-                         scale * 0.995,
-                         options_.maxSize < quorSurfaceMaxDimension() ? ", or a larger --max-size"
-                                                                      : ", or --explode its group");
-        }
+        const auto plural = [](std::size_t n) { return n == 1 ? "" : "s"; };
+        std::printf("%s: %zu frame%s on %zu sheet%s, %.1f %% occupied, %.2f s\n", baseName_.c_str(),
+                    count, plural(count), atlas_.sheets.size(), plural(atlas_.sheets.size()),
+                    100 * used / all, seconds);
+        std::fflush(stdout);
     }
 
     const PackOptions& options_;
-    std::vector<Input>& inputs_;
-    float scale_;
-    FrameNames names_;
-    std::string base_;  ///< path of the atlas without ending
+    AtlasOutput& output_;
+    std::unique_ptr<SheetSource> source_;
     std::string baseName_;
-    std::vector<PlacedFrame> frames_;
     Atlas atlas_{};
+    std::vector<std::string> pictures_;  ///< PNG files, for the preview
 };
 
-/// The inputs that load.
-std::vector<Input> loadInputs(const PackOptions& options) {
-    std::vector<Input> inputs;
-    Progress progress(options.inputs.size());
-    std::size_t position = 0;
-    for (const std::string& name : options.inputs) {
-        progress.show(++position, displayName(name));
-        tryInput(name, progress, [&] { inputs.push_back({name, loadDocument(name), 0, 0}); });
+/// The drawings that load, under names that do not depend on which do.
+std::vector<PackInput> loadInputs(const PackOptions& options, const std::vector<FoundFile>& files) {
+    std::vector<PackInput> inputs;
+    FrameNames names(options.trimsNames);
+    Progress progress(files.size());
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        progress.show(i + 1, displayName(files[i].path));
+        const std::string name = names.nameOf(files[i]);
+        try {
+            inputs.push_back({files[i], loadDocument(files[i].path, options.unit), name});
+        } catch (const FileError& error) {
+            progress.clear();
+            report(files[i].path, error);
+        }
     }
     return inputs;
 }
 
-void requireFolder(const std::string& output) {
-    const fs::path folder = fs::path(output).parent_path();
-    std::error_code ignored;
-    if (!folder.empty() && !fs::is_directory(folder, ignored)) {
-        throw FileError(folder.string() + ": there is no such folder; create it with: mkdir -p " +
-                        folder.string());
+/// A folder that cannot be read is named.
+std::vector<FoundFile> listDrawings(const PackOptions& options) {
+    std::vector<FoundFile> files = findDrawings(options.inputs);
+    if (files.empty()) {
+        throw FileError(options.inputs.front() +
+                        ": there is no .svg file; name files or a folder that holds some");
     }
-    if (fs::path(output).filename().empty())
-        throw FileError(output + ": name the sheets too: -o " + output + "sheet");
+    return files;
 }
 
 bool packAll(const PackOptions& options) {
-    requireFolder(options.output);
-    std::vector<Input> inputs = loadInputs(options);
-    bool isComplete = inputs.size() == options.inputs.size();
-    const std::vector<float> scales =
-        options.scales.empty() ? std::vector<float>{1} : options.scales;
-    for (const float scale : scales) isComplete &= AtlasRun(options, inputs, scale).run();
+    AtlasOutput output(options.output);
+    const std::vector<FoundFile> files = listDrawings(options);
+    std::vector<PackInput> inputs = loadInputs(options, files);
+    bool isComplete = inputs.size() == files.size();
+    for (const AtlasVariant& variant : variantsOf(options))
+        isComplete &= AtlasRun(options, inputs, variant, output).run();
+    output.removeStale();
     return isComplete;
 }
 
-}  // namespace
-
-bool packFiles(const PackOptions& options) {
+bool packOnce(const PackOptions& options) {
     constexpr std::uint32_t kScreenSide = 512;  // what percentages of a document refer to
     const Session session(kScreenSide, kScreenSide, options.dpi);
     try {
@@ -293,8 +221,45 @@ bool packFiles(const PackOptions& options) {
         return packAll(options);
     } catch (const FileError& error) {
         std::fprintf(stderr, "%s\n", error.what());
-        return false;
+    } catch (const std::bad_alloc&) {
+        std::fprintf(stderr, "out of memory; pack fewer drawings or a smaller --scale\n");
     }
+    return false;
+}
+
+/// Nothing while a folder is not readable: it may come back.
+std::vector<std::string> watchedPaths(const PackOptions& options) {
+    std::vector<std::string> paths;
+    try {
+        for (const FoundFile& file : findDrawings(options.inputs)) paths.push_back(file.path);
+    } catch (const FileError&) {
+    }
+    return paths;
+}
+
+[[noreturn]] void watch(const PackOptions& options) {
+    FileWatch files(watchedPaths(options));
+    packOnce(options);
+    while (true) {
+        FileWatch::pause();
+        const std::vector<std::string> changes = files.changesSince(watchedPaths(options));
+        if (changes.empty()) continue;
+        const auto start = std::chrono::steady_clock::now();
+        packOnce(options);
+        const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+        const std::string others =
+            changes.size() > 1 ? " and " + std::to_string(changes.size() - 1) + " more" : "";
+        std::printf("%s%s changed, packed again in %.2f s\n", changes.front().c_str(),
+                    others.c_str(), time.count());
+        std::fflush(stdout);
+    }
+}
+
+}  // namespace
+
+bool packFiles(const PackOptions& options) {
+    if (options.watches) watch(options);
+    return packOnce(options);
 }
 
 }  // namespace tool

@@ -15,14 +15,15 @@ namespace {
 const std::vector<std::string> kFormats = {"json-hash", "json-array", "atlas", "css"};
 
 constexpr const char* kFooter =
-    "Each child of a document's <svg> element becomes a frame; with --explode each shape and "
-    "<use>.\n"
-    "Frames are named after file and id: gear.svg for the only one of a file, else "
-    "gear.svg/wheel.\n"
+    "Each drawing becomes a frame, trimmed to what shows, named by its path in the folder given;\n"
+    "with --elements each child of its <svg> element, with --explode each shape and <use>, named\n"
+    "gear.svg/ID or, without an id, by its place: gear.svg/2.\n"
     "Writes SHEET-0.png, SHEET-1.png ... and SHEET.json (.atlas, .css); with several --scale\n"
-    "SHEET@1x-0.png, SHEET@2x-0.png ... Drawings may overlap by a pixel when --border is 0.\n\n"
-    "Exit status: 0 all packed, 1 a file failed or an element is too large, 2 a wrong command "
-    "line.";
+    "SHEET@1x-0.png, SHEET@2x-0.png ... What an earlier run wrote and this one does not is "
+    "removed.\n\n"
+    "Exit status: 0 all packed, 1 a file failed, something is too large or nothing shows, 2 a "
+    "wrong "
+    "command line.";
 
 void addWhole(CLI::App& app, const std::string& name, const std::string& help, std::uint32_t& value,
               std::uint32_t least, std::uint32_t most) {
@@ -37,29 +38,52 @@ void addWhole(CLI::App& app, const std::string& name, const std::string& help, s
         });
 }
 
-void addScales(CLI::App& app, std::vector<float>& scales) {
+/// An option that may come several times.
+template <class Number>
+void addList(CLI::App& app, const std::string& name, const std::string& placeholder,
+             const std::string& help, std::vector<Number>& values, Number upTo) {
     app.add_option_function<std::vector<std::string>>(
-           "--scale",
-           [&scales](const std::vector<std::string>& texts) {
+           name,
+           [name, &values, upTo](const std::vector<std::string>& texts) {
                for (const std::string& text : texts) {
-                   float scale = 0;
-                   if (!parseWhole(text, scale) || !(scale > 0.0f && scale <= 1e6f)) {
-                       throw CLI::ValidationError("--scale",
-                                                  "'" + text + "' is not a number above 0");
+                   Number value = 0;
+                   if (!parseWhole(text, value) || !(value > 0 && value <= upTo)) {
+                       throw CLI::ValidationError(name, "'" + text + "' is not a number above 0");
                    }
-                   scales.push_back(scale);
+                   values.push_back(value);
                }
            },
-           "Pixels of a document unit; several give one atlas each. Default 1")
-        ->type_name("S")
+           help)
+        ->type_name(placeholder)
         ->allow_extra_args(false);
 }
 
+void addSide(CLI::App& app, const std::string& name, std::optional<std::uint32_t>& side) {
+    const std::uint32_t largest = quorSurfaceMaxDimension();
+    addOption(app, name, "PIXELS", "Largest size of a drawing; its aspect stays",
+              "a whole number of pixels from 1 to " + std::to_string(largest),
+              [&side, largest](const std::string& text) {
+                  std::uint32_t pixels = 0;
+                  if (!parseWhole(text, pixels) || pixels < 1 || pixels > largest) return false;
+                  side = pixels;
+                  return true;
+              });
+}
+
 void checkSizes(const PackOptions& options) {
-    if (2 * options.border >= options.maxSize) {
-        throw CLI::ValidationError("--border", "two borders leave nothing of --max-size " +
-                                                   std::to_string(options.maxSize));
+    const std::uint32_t margins = options.border + 2 * (options.padding + options.extrude);
+    if (2 * margins >= options.maxSize) {
+        throw CLI::ValidationError("--border",
+                                   "with --padding and --extrude nothing is left of --max-size " +
+                                       std::to_string(options.maxSize));
     }
+    const bool isSized = !options.sizes.empty() || options.width || options.height;
+    if (isSized && !options.scales.empty())
+        throw CLI::ValidationError("--scale", "goes with neither --size, --width nor --height");
+    if (!options.sizes.empty() && (options.width || options.height))
+        throw CLI::ValidationError("--size", "goes with neither --width nor --height");
+    if (isSized && options.unit != FrameUnit::kFile)
+        throw CLI::ValidationError("--size", "is for whole drawings; elements take --scale");
     if (options.isPowerOfTwo && (options.maxSize & (options.maxSize - 1)) != 0) {
         throw CLI::ValidationError(
             "--pow2", "--max-size " + std::to_string(options.maxSize) + " is no power of two");
@@ -70,9 +94,8 @@ void checkSizes(const PackOptions& options) {
 
 void addPackCommand(CLI::App& app, bool& isSuccess) {
     const auto options = std::make_shared<PackOptions>();
-    CLI::App& command =
-        *app.add_subcommand("pack", "Pack the elements of SVG files into texture atlases");
-    command.add_option("IN.svg", options->inputs, "Documents; - is standard input")
+    CLI::App& command = *app.add_subcommand("pack", "Pack SVG files into texture atlases");
+    command.add_option("IN.svg", options->inputs, "Files, folders; - is standard input")
         ->required()
         ->type_name("");
     command.add_option("-o", options->output, "Where the sheets go: DIR/NAME for DIR/NAME-0.png")
@@ -84,8 +107,26 @@ void addPackCommand(CLI::App& app, bool& isSuccess) {
     addWhole(command, "--border", "Free pixels between frames and along the edges; default 1",
              options->border, 0, largest);
     command.add_flag("--pow2", options->isPowerOfTwo, "Sides of sheets are powers of two");
-    addScales(command, options->scales);
-    command.add_flag("--explode", options->explodesGroups, "Open groups: a frame for each shape");
+    addWhole(command, "--padding", "Transparent pixels inside frames, on every side; default 0",
+             options->padding, 0, largest);
+    addWhole(command, "--extrude",
+             "Pixels around frames that repeat their outermost ones; default 0", options->extrude,
+             0, largest);
+    addList(command, "--scale", "S",
+            "Times the size of the drawings; several give one atlas each. Default 1",
+            options->scales, 1e6f);
+    addList(command, "--size", "PIXELS",
+            "Longest side of all drawings; several give one atlas each", options->sizes, largest);
+    addSide(command, "--width", options->width);
+    addSide(command, "--height", options->height);
+    command.add_flag_callback(
+        "--no-trim", [options] { options->trimsFrames = false; },
+        "Keep the transparent edges of drawings");
+    command.add_flag_callback(
+        "--elements", [options] { options->unit = FrameUnit::kElement; },
+        "A frame for each child of the svg element");
+    command.add_flag_callback(
+        "--explode", [options] { options->unit = FrameUnit::kShape; }, "A frame for each shape");
     command.add_flag("--dilate", options->dilates,
                      "Colour transparent pixels like their neighbours, against dark fringes");
     addKeyword(command, "--quality", "Edges: best (default), faster, or none (not smoothed)",
@@ -97,9 +138,15 @@ void addPackCommand(CLI::App& app, bool& isSuccess) {
     command.add_flag("--trim-names", options->trimsNames, "Leave .svg out of the frames' names");
     addNumber(command, "--dpi", "DPI", "Pixels per inch, for lengths such as 2cm; default 96",
               options->dpi, 0.0f, 1e6f);
+    command.add_flag("--preview", options->writesPreview,
+                     "Also write SHEET.html, a page that shows every frame");
+    command.add_flag("--watch", options->watches, "Go on and pack again when a file changes");
     command.footer(kFooter);
     command.callback([options, &isSuccess] {
         checkSizes(*options);
+        // Boxes of a page have the drawing's size: a trimmed frame would lie wrong in them.
+        if (static_cast<AtlasFormat>(options->format) == AtlasFormat::kCss)
+            options->trimsFrames = false;
         isSuccess = packFiles(*options);
     });
 }

@@ -308,6 +308,17 @@ QUOR_API uint32_t quorPointMap(QuorDocument document, QuorSurface surface, float
  * rectangles cannot be drawn any more and their ids read "".
  */
 
+/**
+ * A rectangle is the box of the pixels that an element paints at the best quality, alone and at its
+ * scale: of its fill where that shows and of its stroke as drawn, with caps, joins and dashes; of
+ * all it holds for a container. What paints no pixel has no rectangle: fill "none" without a
+ * stroke, an opacity or a width of 0, a gradient without stops and with no fallback, what is
+ * hidden.
+ *
+ * Containers are `g`, nested `svg` and every element that this library does not know and that holds
+ * others, such as `a` and `switch`: what is inside them is drawn, so it is packed too.
+ */
+
 /** A placed element; 4-byte aligned. */
 typedef struct QuorPackedRect {
     const char* id;        /**< its id or xml:id, "" when it has none; owned by the document */
@@ -336,11 +347,10 @@ QUOR_API uint32_t quorPackingBegin(uint32_t maxDimension, uint32_t border, uint3
                                    float scale);
 
 /**
- * Collects elements of a document at quorPackingBegin's scale times this one. Elements that draw
- * nothing of their own (`defs`, paint servers, display "none", unknown ones, empty ones) are passed
- * over. When it fails nothing of the document is taken.
+ * Collects elements of a document at quorPackingBegin's scale times this one. Elements that paint
+ * nothing are passed over. When it fails nothing of the document is taken.
  * @param explodeGroups 0: the children of the outermost element, each with all that is in it; else
- *        `g` and nested `svg` elements are opened, down to shapes and `use` elements
+ *        containers are opened, down to shapes and `use` elements
  * @param info receives how many elements were taken and how many were left out because they are
  *        larger than maxDimension without its two borders
  * @return QUOR_NO_ERROR, QUOR_NOT_INITIALIZED_ERROR; QUOR_NOT_PACKING_ERROR when not packing;
@@ -379,7 +389,9 @@ QUOR_API const QuorPackedRect* quorPackingBinRects(uint32_t bin);
 /**
  * Clears the surface as quorDocDraw does and draws rectsCount rectangles of a bin, from firstRect
  * on, each at its place in the surface's pixels: the surface's viewport and viewport transform are
- * not used. An element has the style and the transforms of all that it is inside of.
+ * not used. An element has the style and the transforms of all that it is inside of. All of a call
+ * together visit as many targets of `use` elements as one quorDocDraw may, else the result is
+ * QUOR_INVALID_SVG_ERROR.
  * @param renderingQuality a QUOR_RENDERING_QUALITY_...
  * @return QUOR_NO_ERROR, QUOR_NOT_INITIALIZED_ERROR; QUOR_STILL_PACKING_ERROR while packing;
  *         QUOR_ILLEGAL_ARGUMENT_ERROR for no result, a bin or rectangles out of range;

@@ -4,8 +4,10 @@
 
 #include <cmath>
 
+#include "api/draw/document_draw.h"
 #include "api/draw/node_draw.h"
 #include "api/draw/node_visit.h"
+#include "api/painted_trim.h"
 #include "svg/engine_error.h"
 
 namespace quor {
@@ -15,8 +17,10 @@ namespace {
 /// Coordinates beyond this are too large for any bin; within it they are exact as floats.
 constexpr double kLargestCoordinate = 1e6;
 
+/// Elements without a class of their own draw what they hold, as a `g` does.
 bool isContainer(const SvgNode& node) noexcept {
-    return node.kind() == SvgNodeKind::kGroup || node.kind() == SvgNodeKind::kSvg;
+    return node.kind() == SvgNodeKind::kGroup || node.kind() == SvgNodeKind::kSvg ||
+           node.kind() == SvgNodeKind::kGeneric;
 }
 
 class ElementCollector {
@@ -35,6 +39,7 @@ public:
         root.setOutermostMapping(SvgMatrix());
         const float scale = request_.scale;
         const Status status = traversal_.begin(SvgMatrix::scaling(scale, scale));
+        setDrawState(RenderingQuality::kBetter);
         return status != Status::kOk ? status : openContainer(root);
     }
 
@@ -45,8 +50,7 @@ private:
 
     Status collectChildren(SvgNode& container) noexcept {
         for (SvgNode* child : container.children()) {
-            if (!isRenderable(child->kind()) || child->style().display == SvgDisplay::kNone)
-                continue;
+            if (child->style().display == SvgDisplay::kNone) continue;
             const bool opens = request_.opensGroups && isContainer(*child);
             const Status status = opens ? openContainer(*child) : measure(*child);
             if (status != Status::kOk) return status;
@@ -56,7 +60,9 @@ private:
 
     Status measure(SvgNode& node) noexcept {
         Box box;
-        const Status status = nodeBounds(node, traversal_, box);
+        traversal_.measureInto(&box);
+        const Status status = drawNode(node, traversal_);
+        traversal_.measureInto(nullptr);
         if (status != Status::kOk || box.isEmpty()) return status;
         return take(node, std::floor(double{box.minX}), std::floor(double{box.minY}),
                     std::ceil(double{box.maxX}), std::ceil(double{box.maxY}));
@@ -85,13 +91,29 @@ private:
     CollectionCounts& counts_;
 };
 
+/// Trims the elements from `first` on and drops those that paint nothing.
+Status trimToPaint(base::Array<PackingElement>& elements, int first,
+                   CollectionCounts& counts) noexcept {
+    PaintedTrim trim;
+    int kept = first;
+    for (int i = first; i < elements.count(); ++i) {
+        PackingElement element = elements[i];
+        if (const Status status = trim.trim(element); status != Status::kOk) return status;
+        if (element.width > 0) elements[kept++] = element;
+    }
+    counts.taken -= static_cast<uint32_t>(elements.count() - kept);
+    elements.truncate(kept);
+    return Status::kOk;
+}
+
 }  // namespace
 
 Status collectElements(Document& document, const CollectionRequest& request,
                        base::Array<PackingElement>& elements, CollectionCounts& counts) noexcept {
     const int before = elements.count();
     counts = {};
-    const Status status = ElementCollector(document, request, elements, counts).collect();
+    Status status = ElementCollector(document, request, elements, counts).collect();
+    if (status == Status::kOk) status = trimToPaint(elements, before, counts);
     if (status != Status::kOk) {
         elements.truncate(before);
         elements.clearFailure();

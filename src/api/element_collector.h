@@ -7,7 +7,7 @@
 
 namespace quor {
 
-/// An element to pack, and its box rounded outward in pixels of the scaled document.
+/// An element to pack, and the box of the pixels that it paints in the scaled document.
 struct PackingElement {
     Document* document;  ///< null once the document is destroyed
     SvgNode* node;
@@ -30,9 +30,9 @@ struct CollectionCounts {
     uint32_t tooLarge = 0;
 };
 
-/// Appends the document's renderable elements in document order: the children of the outermost
-/// element, or all shapes and `use` elements when groups are opened. On failure nothing is
-/// appended. The engine has to be current on some surface.
+/// Appends the document's elements that paint something, in document order: the children of the
+/// outermost element, or all shapes and `use` elements when containers are opened. On failure
+/// nothing is appended. The engine has to be current on some surface.
 Status collectElements(Document& document, const CollectionRequest& request,
                        base::Array<PackingElement>& elements, CollectionCounts& counts) noexcept;
 

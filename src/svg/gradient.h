@@ -44,12 +44,15 @@ protected:
 
 private:
     SvgGradient* referenced() noexcept;
+    /// From the gradient that it refers to, which holds what that one inherited.
     void inheritFrom(const SvgGradient& other) noexcept;
     bool hasStops() const noexcept;
 
     SvgGradient* referenced_ = nullptr;
     bool isReferenceResolved_ = false;
-    bool isInherited_ = false;
+    bool isInherited_ = false;                ///< or being so
+    SvgGradient* referrer_ = nullptr;         ///< in the chain on which it was met first
+    const SvgGradient* otherKind_ = nullptr;  ///< the nearest of its chain that is not of its kind
     const SvgGradient* stopSource_ = nullptr;
 };
 

@@ -7,9 +7,6 @@ namespace quor {
 
 namespace {
 
-/// A longer chain is cut off, and a circle with it: going round once meets all there is to take.
-constexpr int kLongestChain = 512;
-
 bool isGradient(const SvgNode& node) noexcept {
     return node.kind() == SvgNodeKind::kLinearGradient ||
            node.kind() == SvgNodeKind::kRadialGradient;
@@ -28,14 +25,23 @@ void inheritLength(SvgLength& own, const SvgLength& other) noexcept {
 
 }  // namespace
 
+/// Goes to the end of the chain, or to a gradient that was met before, and inherits on the way
+/// back, so that all of the chain is done in linear time. In a circle a second round brings what
+/// lies behind the gradient that it was entered by.
 void SvgGradient::inheritAttributes() noexcept {
     if (isInherited_) return;
-    isInherited_ = true;
-    if (hasStops()) stopSource_ = this;
-    SvgGradient* gradient = referenced();
-    for (int i = 0; gradient != nullptr && i < kLongestChain; ++i) {
-        inheritFrom(*gradient);
-        gradient = gradient->referenced();
+    SvgGradient* last = nullptr;
+    for (SvgGradient* gradient = this; gradient != nullptr && !gradient->isInherited_;
+         gradient = gradient->referenced()) {
+        gradient->isInherited_ = true;
+        gradient->referrer_ = last;
+        if (gradient->hasStops()) gradient->stopSource_ = gradient;
+        last = gradient;
+    }
+    for (int round = 0; round < 2; ++round) {
+        for (SvgGradient* gradient = last; gradient != nullptr; gradient = gradient->referrer_) {
+            if (gradient->referenced() != nullptr) gradient->inheritFrom(*gradient->referenced());
+        }
     }
 }
 
@@ -53,8 +59,10 @@ void SvgGradient::inheritFrom(const SvgGradient& other) noexcept {
     inheritValue(gradientUnits, hasUnits, other.gradientUnits, other.hasUnits);
     inheritValue(spreadMethod, hasSpreadMethod, other.spreadMethod, other.hasSpreadMethod);
     inheritValue(gradientTransform, hasTransform, other.gradientTransform, other.hasTransform);
-    if (other.kind() == kind()) inheritGeometry(other);
-    if (stopSource_ == nullptr && other.hasStops()) stopSource_ = &other;
+    const SvgGradient* sameKind = other.kind() == kind() ? &other : other.otherKind_;
+    if (sameKind != nullptr) inheritGeometry(*sameKind);
+    otherKind_ = other.kind() == kind() ? other.otherKind_ : &other;
+    if (stopSource_ == nullptr) stopSource_ = other.stopSource_;
 }
 
 bool SvgGradient::hasStops() const noexcept {

@@ -26,8 +26,7 @@ struct DrawCall {
 
 /// What is filled: the path or its stroke.
 struct Shape {
-    raster::Polygon polygon;
-    uint64_t serial;  ///< stands for the polygon in its band cache; 0: it is not kept
+    DrawOutline outline;
     raster::BandCache& bands;
 };
 
@@ -76,17 +75,18 @@ raster::BandCacheRules bandCacheRules(const Context& context) noexcept {
 /// Bands are neither recorded nor replayed while there is a scissor. False when memory runs out.
 bool fillShape(const DrawCall& call, const Shape& shape, raster::FillParams& params) noexcept {
     Context& context = call.context;
-    if (context.scissoring || shape.serial == 0) {
+    if (context.scissoring || shape.outline.serial == 0) {
         return fillScissored(context, call.surface, params);
     }
     params.clip = {0, 0, call.surface.width, call.surface.height};
-    return shape.bands.draw(context.rasterizer, params, shape.serial, bandCacheRules(context));
+    return shape.bands.draw(context.rasterizer, params, shape.outline.serial,
+                            bandCacheRules(context));
 }
 
 /// Fills the shape with the paint of the mode. False when memory runs out.
 bool paintShape(const DrawCall& call, VGPaintMode mode, const Shape& shape,
                 raster::FillParams& params) noexcept {
-    params.polygon = shape.polygon;
+    params.polygon = shape.outline.polygon;
     params.userToSurface = pathMatrix(call.context);
     params.quality = static_cast<raster::Quality>(call.context.renderingQuality);
     params.surface = call.surface.drawTarget();
@@ -102,15 +102,22 @@ bool paintShape(const DrawCall& call, VGPaintMode mode, const Shape& shape,
     return false;
 }
 
-bool drawFill(const DrawCall& call, const FlatteningTolerance& tolerance) noexcept {
+/// The path as segments. False when memory runs out.
+bool findFill(const DrawCall& call, const FlatteningTolerance& tolerance,
+              DrawOutline& outline) noexcept {
     const KeptFlattening* const flattening = call.cache().flatten(call.path, tolerance);
     if (flattening == nullptr) return false;
+    outline = {flattening->outline.polygon(), flattening->serial};
+    return true;
+}
+
+bool drawFill(const DrawCall& call, const FlatteningTolerance& tolerance) noexcept {
+    Shape shape = {{}, call.cache().fillBands};
+    if (!findFill(call, tolerance, shape.outline)) return false;
     raster::FillParams params;
     params.fillRule = static_cast<raster::FillRule>(call.context.fillRule);
     params.blendMode = call.context.fillBlendMode;
-    return paintShape(call, VG_FILL_PATH,
-                      {flattening->outline.polygon(), flattening->serial, call.cache().fillBands},
-                      params);
+    return paintShape(call, VG_FILL_PATH, shape, params);
 }
 
 StrokeParams strokeParams(const Context& context) noexcept {
@@ -132,8 +139,8 @@ StrokeParams strokeParams(const Context& context) noexcept {
 
 /// The outline of the stroke, in user space: kept from an earlier draw, or made and, unless it is
 /// too large, kept. False when memory runs out.
-bool findOutline(const DrawCall& call, const FlatteningTolerance& tolerance,
-                 Shape& shape) noexcept {
+bool findStroke(const DrawCall& call, const FlatteningTolerance& tolerance,
+                DrawOutline& result) noexcept {
     PathCache& cache = call.cache();
     const StrokeParams params = strokeParams(call.context);
     const KeptStroke* kept = cache.findStroke(params, tolerance.squared);
@@ -142,16 +149,16 @@ bool findOutline(const DrawCall& call, const FlatteningTolerance& tolerance,
         if (!call.context.stroker.stroke(call.path, params, outline)) return false;
         kept = cache.keepStroke(params, tolerance.squared, outline);
     }
-    shape.polygon = kept != nullptr ? kept->outline.polygon() : outline.polygon();
-    shape.serial = kept != nullptr ? kept->serial : 0;
+    result.polygon = kept != nullptr ? kept->outline.polygon() : outline.polygon();
+    result.serial = kept != nullptr ? kept->serial : 0;
     return true;
 }
 
 /// Strokes are made in user space, carried to the surface by the path matrix, and filled with the
 /// non-zero rule whatever the fill rule is.
 bool drawStroke(const DrawCall& call, const FlatteningTolerance& tolerance) noexcept {
-    Shape shape = {{}, 0, call.cache().strokeBands};
-    if (!findOutline(call, tolerance, shape)) return false;
+    Shape shape = {{}, call.cache().strokeBands};
+    if (!findStroke(call, tolerance, shape.outline)) return false;
     raster::FillParams params;
     params.fillRule = raster::FillRule::kNonZero;
     params.blendMode = call.context.strokeBlendMode;
@@ -179,6 +186,15 @@ bool draw(const DrawCall& call, DrawProgress& progress) noexcept {
 }
 
 }  // namespace
+
+bool findOutline(Context& context, Surface& surface, Path& path, VGbitfield paintModes,
+                 VGPaintMode mode, DrawOutline& outline) noexcept {
+    if (!path.ensureCache()) return false;
+    const DrawCall call = {context, surface, path, paintModes};
+    const FlatteningTolerance& tolerance = updateTolerance(call);
+    return mode == VG_FILL_PATH ? findFill(call, tolerance, outline)
+                                : findStroke(call, tolerance, outline);
+}
 
 bool drawPath(Context& context, Surface& surface, Path& path, VGbitfield paintModes) noexcept {
     DrawProgress progress;

@@ -56,6 +56,20 @@ void finishSurface(Surface* surface) noexcept;
 /// unchanged, when only one is null or the context is not live.
 bool makeCurrent(Context* context, Surface* surface) noexcept;
 
+/// A box in pixels of a surface, y upward as the path matrix has it, on whole 1/32 pixels. Empty
+/// when a maximum does not exceed its minimum.
+struct PaintedBounds {
+    float minX = 0.0F;
+    float minY = 0.0F;
+    float maxX = 0.0F;
+    float maxY = 0.0F;
+};
+
+/// The tight box of what vgDrawPath would paint on a surface without end: the path's segments for
+/// VG_FILL_PATH, the stroke's outline with its caps, joins and dashes as drawn for VG_STROKE_PATH,
+/// where their paints show something. Raises the errors of vgDrawPath.
+PaintedBounds paintedBounds(uint32_t path, uint32_t paintModes) noexcept;
+
 Context* currentContext() noexcept;
 Surface* currentSurface() noexcept;
 

@@ -8,6 +8,8 @@ namespace vg {
 /// an affine matrix.
 struct Matrix3 {
     float m[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+
+    bool operator==(const Matrix3&) const noexcept = default;
 };
 
 /// One of the context's user-to-surface or paint-to-user matrices with the values derived from it.

@@ -31,10 +31,6 @@ bool areEqual(const StrokeParams& a, const StrokeParams& b) noexcept {
            std::equal(a.dashes, a.dashes + a.dashCount, b.dashes);
 }
 
-bool areEqual(const Matrix3& a, const Matrix3& b) noexcept {
-    return std::equal(&a.m[0][0], &a.m[0][0] + 9, &b.m[0][0]);
-}
-
 }  // namespace
 
 size_t KeptFlattening::byteCount() const noexcept { return sizeof *this + outline.byteCount(); }
@@ -88,7 +84,7 @@ const KeptStroke* PathCache::keepStroke(const StrokeParams& params, float tolera
 }
 
 PathBox PathCache::boundsUnder(const Path& path, const Matrix3& matrix) noexcept {
-    if (!hasBounds_ || !areEqual(boundsMatrix_, matrix)) {
+    if (!hasBounds_ || boundsMatrix_ != matrix) {
         bounds_ = transformedPathBounds(path, matrix);
         boundsMatrix_ = matrix;
         hasBounds_ = true;

@@ -7,6 +7,7 @@
 #include "vg/outline.h"
 #include "vg/path_query.h"
 #include "vg/raster/band_cache.h"
+#include "vg/raster/geometry/fixed.h"
 #include "vg/recent_cache.h"
 #include "vg/stroker.h"
 #include "vg/tolerance.h"
@@ -35,6 +36,13 @@ struct KeptStroke {
     size_t byteCount() const noexcept;
 };
 
+/// The box of an outline under a matrix, in 1/32 pixel; see paintedBounds().
+struct KeptBox {
+    uint64_t serial = 0;  ///< of the outline; 0: there is none
+    Matrix3 matrix;
+    raster::FixedBox box = {};
+};
+
 /// What draws of a path leave for the next ones. Forgotten when the path changes.
 ///
 /// Of flattenings and of outlines there are at most 64 KiB each, besides the latest flattening
@@ -45,6 +53,8 @@ struct PathCache {
     RecentCache<KeptStroke> strokes;
     raster::BandCache fillBands;
     raster::BandCache strokeBands;
+    KeptBox fillBox;
+    KeptBox strokeBox;
 
     /// The path as straight segments, made unless it is there. Null when memory runs out.
     const KeptFlattening* flatten(const Path& path, const FlatteningTolerance& tolerance) noexcept;

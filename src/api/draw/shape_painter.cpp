@@ -8,6 +8,7 @@
 #include "api/draw/solid_color_paint.h"
 #include "api/draw/traversal.h"
 #include "svg/engine_error.h"
+#include "vg/engine.h"
 
 namespace quor {
 
@@ -75,11 +76,22 @@ Status ShapePainter::paintPass(PaintPass pass) noexcept {
     if (status == Status::kOk && modes != DrawModes::kNone) {
         const VGPath path = nonScalingStroke_.path() != VG_INVALID_HANDLE ? nonScalingStroke_.path()
                                                                           : shape_.path();
-        vgDrawPath(path, static_cast<VGbitfield>(modes));
+        if (traversal_.painted() != nullptr) {
+            measure(path, modes, *traversal_.painted());
+        } else {
+            vgDrawPath(path, static_cast<VGbitfield>(modes));
+        }
     }
     nonScalingStroke_.restore();
     restorePaintMatrices();
     return status != Status::kOk ? status : takeEngineError();
+}
+
+void ShapePainter::measure(VGPath path, DrawModes modes, Box& painted) noexcept {
+    const vg::PaintedBounds box = vg::paintedBounds(path, static_cast<VGbitfield>(modes));
+    if (box.minX < box.maxX && box.minY < box.maxY) {
+        painted.unite({box.minX, box.minY, box.maxX, box.maxY});
+    }
 }
 
 Status ShapePainter::setupPaints(PaintPass pass, DrawModes& modes) noexcept {

@@ -25,8 +25,8 @@ enum class DrawModes : VGbitfield {
     kFillAndStroke = VG_STROKE_PATH | VG_FILL_PATH,
 };
 
-/// Draws one shape under the traversal's style and transform, and leaves the engine's state as it
-/// found it but for the paints and the colour transform, which every pass sets anew.
+/// Draws or measures one shape under the traversal's style and transform, and leaves the engine's
+/// state as it found it but for the paints and the colour transform, which every pass sets anew.
 class ShapePainter {
 public:
     ShapePainter(Traversal& traversal, SvgShape& shape) noexcept;
@@ -35,6 +35,7 @@ public:
 
 private:
     Status paintPass(PaintPass pass) noexcept;
+    static void measure(VGPath path, DrawModes modes, Box& painted) noexcept;
     Status setupPaints(PaintPass pass, DrawModes& modes) noexcept;
     Status setupPaint(const SvgPaint& paint, float opacity, DrawModes mode,
                       DrawModes& modes) noexcept;

@@ -53,14 +53,14 @@ bool Traversal::initialize() noexcept {
            levels_.reserve(kInitialStackCapacity);
 }
 
-Status Traversal::begin(const SvgMatrix& base) noexcept {
+Status Traversal::begin(const SvgMatrix& base, int useTargets) noexcept {
     styles_.clear();
     styles_.pushReserved(SvgStyle::initial());
     transforms_.clear();
     transforms_.pushReserved(base);
     levels_.clear();
     useNesting_ = 0;
-    useTargets_ = 0;
+    useTargets_ = useTargets;
     loadEngineMatrix(VG_MATRIX_FILL_PAINT_TO_USER, SvgMatrix());
     loadEngineMatrix(VG_MATRIX_STROKE_PAINT_TO_USER, SvgMatrix());
     loadEngineMatrix(VG_MATRIX_PATH_USER_TO_SURFACE, base);

@@ -5,6 +5,7 @@
 #include "base/array.h"
 #include "svg/matrix.h"
 #include "svg/node.h"
+#include "svg/rect.h"
 #include "svg/status.h"
 #include "svg/style.h"
 #include "vg/vg.h"
@@ -34,8 +35,17 @@ public:
     [[nodiscard]] bool initialize() noexcept;
 
     /// Starts a walk: the stacks hold the base transform (loaded into the engine) and the initial
-    /// style, and the two paints exist.
-    Status begin(const SvgMatrix& base) noexcept;
+    /// style, and the two paints exist. A walk that continues others counts their targets too.
+    Status begin(const SvgMatrix& base, int useTargets = 0) noexcept;
+
+    /// `use` targets visited since begin(), and those it was given.
+    int useTargets() const noexcept { return useTargets_; }
+
+    /// Until it is called with null, draws paint nothing: the tight boxes of what they would have
+    /// painted are united with this one, in the coordinates of the bottom of the transform stack.
+    void measureInto(Box* painted) noexcept { painted_ = painted; }
+    /// Null while draws paint.
+    Box* painted() const noexcept { return painted_; }
 
     /// Runs `content`, a callable that returns a Status, with the node's style and transform
     /// pushed. Does nothing for a node that is not displayed.
@@ -93,6 +103,7 @@ private:
     base::Array<SvgStyle> styles_;  ///< the initial style, then one a level
     base::Array<SvgMatrix> transforms_;
     base::Array<Level> levels_;
+    Box* painted_ = nullptr;
     int useNesting_ = 0;
     int useTargets_ = 0;
     VGPaint fillPaint_ = VG_INVALID_HANDLE;

@@ -13,26 +13,34 @@ namespace {
 
 /// How many steps may be searched for that many rectangles: a few milliseconds' worth from a
 /// hundred to a thousand, and most of a second's for ten thousand, where fractions of a percent
-/// decide how many bins there are.
+/// decide how many bins there are. What is above that adds little.
 int64_t budgetOf(int count) noexcept {
     const int64_t few = std::min(count, 100);
     const int64_t many = std::min(count, 10000);
-    return few * 9000 + count * many * many / 12500;
+    return few * 9000 + many * many * many / 12500 + (count - many) * 1000;
 }
 
 // Of the two last bins' area, in bins: up to there sharing it evenly can serve both.
 constexpr double kMostToShare = 1.8;
+
+// Powers of two: half of the last bin can depend on the last tenth of a percent, so it is worth
+// more attempts, at twice the steps, for up to that many rectangles.
+constexpr int kAttempts = 4;
+constexpr int kMostToAttempt = 4000;
+constexpr double kFullest = 0.9995;  ///< that bins get in the mean
+constexpr int kLeastGain = 100;      ///< the half in parts of all bins
 
 }  // namespace
 
 /// One packing: the stock, the search, and the fills of the bins so far.
 class BinPacker::Run {
 public:
-    Run(BinPacker& packer, const BinRules& rules) noexcept
+    Run(BinPacker& packer, const BinRules& rules, int attempt) noexcept
         : packer_(packer),
           rules_(rules),
           whole_(rules.freeArea({rules.maxDimension, rules.maxDimension})),
-          search_(rules) {}
+          search_(rules, static_cast<uint64_t>(attempt) + 1),
+          effort_(attempt == 0 ? 1 : 2) {}
 
     bool pack(const Size* sizes, int count, Heuristic heuristic) noexcept;
 
@@ -62,6 +70,7 @@ private:
     Size whole_;
     SizeStock stock_;
     BinSearch search_;
+    int effort_;
     int64_t steps_ = 0;
     Tail full_;
     Tail even_;
@@ -69,12 +78,38 @@ private:
 
 bool BinPacker::pack(const Size* sizes, int count, const BinRules& rules,
                      Heuristic heuristic) noexcept {
+    if (!packOnce(sizes, count, rules, heuristic, 0)) return false;
+    for (int i = 1; i < kAttempts && mayHaveSmallerLast(sizes, count, rules); ++i) {
+        BinPacker other;
+        if (!other.packOnce(sizes, count, rules, heuristic, i)) break;
+        if (!other.isBetterThan(*this)) continue;
+        bins_.swap(other.bins_);
+        items_.swap(other.items_);
+    }
+    return true;
+}
+
+bool BinPacker::packOnce(const Size* sizes, int count, const BinRules& rules, Heuristic heuristic,
+                         int attempt) noexcept {
     bins_.clear();
     items_.clear();
-    const std::unique_ptr<Run> run(new (std::nothrow) Run(*this, rules));
+    const std::unique_ptr<Run> run(new (std::nothrow) Run(*this, rules, attempt));
     if (run != nullptr && run->pack(sizes, count, heuristic)) return true;
     release();
     return false;
+}
+
+/// Whether half of the last bin is worth saving and what fills the others is within reach.
+bool BinPacker::mayHaveSmallerLast(const Size* sizes, int count,
+                                   const BinRules& rules) const noexcept {
+    if (!rules.isPowerOfTwo || count > kMostToAttempt || bins_.count() < 2) return false;
+    int64_t used = 0;
+    for (int i = 0; i < count; ++i) used += rules.footprint(sizes[i]).area();
+    int64_t all = 0;
+    for (const Size& bin : bins_) all += rules.freeArea(bin).area();
+    const int64_t half = rules.freeArea(bins_.last()).area() / 2;
+    return half * kLeastGain > all &&
+           static_cast<double>(used) < static_cast<double>(all - half) * kFullest;
 }
 
 void BinPacker::release() noexcept {
@@ -95,7 +130,7 @@ bool BinPacker::isBetterThan(const BinPacker& other) const noexcept {
 
 bool BinPacker::Run::pack(const Size* sizes, int count, Heuristic heuristic) noexcept {
     if (!takeStock(sizes, count, heuristic)) return false;
-    steps_ = budgetOf(count);
+    steps_ = budgetOf(count) * effort_;
     while (stock_.remaining() > 0) {
         if (!packNext()) return false;
     }
@@ -117,6 +152,7 @@ int64_t BinPacker::Run::takeShare() noexcept {
 }
 
 bool BinPacker::Run::packNext() noexcept {
+    if (!stock_.tidy()) return false;
     const bool isEnd = binsLeft() < 2.0;
     const int64_t steps = isEnd ? steps_ / 5 : takeShare();
     if (!search_.findFullest(whole_, stock_, steps)) return false;

@@ -38,6 +38,10 @@ public:
 private:
     class Run;
 
+    bool packOnce(const Size* sizes, int count, const BinRules& rules, Heuristic heuristic,
+                  int attempt) noexcept;
+    bool mayHaveSmallerLast(const Size* sizes, int count, const BinRules& rules) const noexcept;
+
     base::Array<Size> bins_;
     base::Array<PlacedItem> items_;
 };

@@ -22,13 +22,10 @@ constexpr FitWeights kFirstWeights[] = {
 
 constexpr int kNearbyWidth = 40;    // pixels
 constexpr int kStepsPerTrial = 64;  // of a trial without a placement
+// There is little to arrange among few: the most steps are this times their number squared.
+constexpr int kStepsPerPair = 1000;
 
 }  // namespace
-
-bool BinSearch::indexStock(const SizeStock& stock) noexcept {
-    trials_ = 0;
-    return upright_.build(stock, false) && transposed_.build(stock, true);
-}
 
 FitWeights BinSearch::nextWeights() noexcept {
     const int trial = trials_++;
@@ -44,27 +41,30 @@ bool BinSearch::tryMaximalRectangles(const Size& area, const SizeStock& stock,
 }
 
 /// The area is upright. `isBetter`: the trial stayed within the loss.
-bool BinSearch::trySkyline(const Size& area, int64_t allowedLoss, int64_t& steps,
+bool BinSearch::trySkyline(const Size& area, SizeStock& stock, int64_t allowedLoss, int64_t& steps,
                            bool& isBetter) noexcept {
     const bool isTransposed = weights_.isTransposed;
     const SkylineFill::Task task = {isTransposed ? area.transposed() : area, allowedLoss};
     const SkylineFill::Result result =
-        skylineFill_.run(task, weights_, isTransposed ? transposed_ : upright_, trial_, steps);
+        skylineFill_.run(task, weights_, stock.index(isTransposed), trial_, steps);
     isBetter = result == SkylineFill::Result::kComplete;
     if (isBetter && isTransposed) trial_.transpose();
     if (isBetter) bestWeights_ = weights_;
     return result != SkylineFill::Result::kOutOfMemory;
 }
 
-bool BinSearch::findFullest(const Size& area, const SizeStock& stock, int64_t steps) noexcept {
+bool BinSearch::findFullest(const Size& area, SizeStock& stock, int64_t steps) noexcept {
     best_.clear();
-    if (!indexStock(stock) || !tryMaximalRectangles(area, stock, steps)) return false;
+    trials_ = 0;
+    if (!tryMaximalRectangles(area, stock, steps)) return false;
     if (stock.classes().count() == 1) return true;  // nothing beats rows and columns
+    const int64_t placed = best_.placements.count();
+    steps = std::min(steps, placed * placed * kStepsPerPair);
     while (steps > 0 && best_.filledArea < std::min(area.area(), stock.remainingArea())) {
         weights_ = nextWeights();
         bool isBetter = false;
         const int64_t allowedLoss = area.area() - best_.filledArea - 1;
-        if (!trySkyline(area, allowedLoss, steps, isBetter)) return false;
+        if (!trySkyline(area, stock, allowedLoss, steps, isBetter)) return false;
         if (isBetter) best_.swap(trial_);
     }
     return true;
@@ -95,13 +95,13 @@ int BinSearch::chooseWidth(const SizeStock& stock, int least, int most) noexcept
     }
 }
 
-bool BinSearch::findSmallest(const SizeStock& stock, int64_t steps) noexcept {
+bool BinSearch::findSmallest(SizeStock& stock, int64_t steps) noexcept {
     if (rules_.isPowerOfTwo) return findSmallestPowersOfTwo(stock, steps);
     const int border = rules_.border;
     const int most = rules_.maxDimension - border;
     const Size uprightSides = stock.largestSides();
     int64_t bestArea = rules_.binFor(best_.extent).area();
-    if (!indexStock(stock)) return false;
+    trials_ = 0;
     while (steps > 0 &&
            rules_.freeArea(rules_.binFor(best_.extent)).area() > stock.remainingArea()) {
         steps -= kStepsPerTrial;
@@ -114,7 +114,7 @@ bool BinSearch::findSmallest(const SizeStock& stock, int64_t steps) noexcept {
         if (area.height < largest.height || allowedLoss < 0) continue;
         bool isBetter = false;
         const Size upright = weights_.isTransposed ? area.transposed() : area;
-        if (!trySkyline(upright, allowedLoss, steps, isBetter)) return false;
+        if (!trySkyline(upright, stock, allowedLoss, steps, isBetter)) return false;
         if (!isBetter) continue;
         best_.swap(trial_);
         bestArea = rules_.binFor(best_.extent).area();
@@ -124,7 +124,7 @@ bool BinSearch::findSmallest(const SizeStock& stock, int64_t steps) noexcept {
 
 /// Asks for each size below the present one, by area and then from square to narrow: the first
 /// that takes everything is the smallest.
-bool BinSearch::findSmallestPowersOfTwo(const SizeStock& stock, int64_t steps) noexcept {
+bool BinSearch::findSmallestPowersOfTwo(SizeStock& stock, int64_t steps) noexcept {
     const int64_t bestArea = rules_.binFor(best_.extent).area();
     const Size largest = stock.largestSides();
     const int most = std::countr_zero(static_cast<unsigned>(rules_.maxDimension));
@@ -146,14 +146,15 @@ bool BinSearch::findSmallestPowersOfTwo(const SizeStock& stock, int64_t steps) n
 }
 
 /// Fills the area with all there is, if it can.
-bool BinSearch::takeEverything(const Size& area, const SizeStock& stock, int64_t steps,
+bool BinSearch::takeEverything(const Size& area, SizeStock& stock, int64_t steps,
                                bool& isFound) noexcept {
     const int64_t allowedLoss = area.area() - stock.remainingArea();
-    if (!indexStock(stock) || !maximalRectangles_.run(area, stock, trial_, steps)) return false;
+    trials_ = 0;
+    if (!maximalRectangles_.run(area, stock, trial_, steps)) return false;
     isFound = trial_.filledArea == stock.remainingArea();
     while (!isFound && steps > 0) {
         weights_ = nextWeights();
-        if (!trySkyline(area, allowedLoss, steps, isFound)) return false;
+        if (!trySkyline(area, stock, allowedLoss, steps, isFound)) return false;
     }
     if (isFound) best_.swap(trial_);
     return true;

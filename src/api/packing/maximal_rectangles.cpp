@@ -10,7 +10,8 @@ bool MaximalRectangles::run(const Size& area, const SizeStock& stock, Fill& fill
     fill.clear();
     free_.clear();
     if (!free_.push({0, 0, area.width, area.height})) return false;
-    for (int i = 0; i < stock.classes().count(); ++i) {
+    const auto fits = [&](const Size& size) { return canHold(size); };
+    for (int i = 0; (i = stock.nextClass(i, fits)) >= 0; ++i) {
         const SizeClass& group = stock.classes()[i];
         for (int n = 0; n < group.count; ++n) {
             steps -= free_.count();
@@ -24,6 +25,13 @@ bool MaximalRectangles::run(const Size& area, const SizeStock& stock, Fill& fill
         }
     }
     return true;
+}
+
+bool MaximalRectangles::canHold(const Size& size) const noexcept {
+    if (size == LeastSizes::kNone) return false;
+    return std::any_of(free_.begin(), free_.end(), [&](const Free& free) {
+        return size.width <= free.width && size.height <= free.height;
+    });
 }
 
 int MaximalRectangles::choose(const Size& size) const noexcept {

@@ -35,6 +35,7 @@ private:
         }
     };
 
+    bool canHold(const Size& size) const noexcept;
     int choose(const Size& size) const noexcept;
     bool occupy(const Free& used) noexcept;
     /// Adds what of `free` lies beside `used`.

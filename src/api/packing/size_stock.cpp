@@ -24,7 +24,8 @@ bool SizeStock::fill(const Size* footprints, int count, Heuristic heuristic) noe
     };
     std::sort(items_.begin(), items_.end(), comesBefore);
     group(footprints);
-    return true;
+    return least_.build(classes_.count(), [&](int i) { return classes_[i].size; }) &&
+           upright_.build(classes_) && transposed_.build(classes_);
 }
 
 void SizeStock::group(const Size* footprints) noexcept {
@@ -51,9 +52,24 @@ Size SizeStock::largestSides() const noexcept {
 }
 
 void SizeStock::change(const Fill& fill, int sign) noexcept {
-    for (const Placement& placement : fill.placements) classes_[placement.sizeClass].count += sign;
+    for (const Placement& placement : fill.placements) {
+        SizeClass& group = classes_[placement.sizeClass];
+        const int before = group.count;
+        group.count += sign;
+        upright_.change(placement.sizeClass, sign);
+        transposed_.change(placement.sizeClass, sign);
+        if (before == 0) least_.change(placement.sizeClass, group.size);
+        if (group.count == 0) least_.change(placement.sizeClass, LeastSizes::kNone);
+    }
     remaining_ += sign * fill.placements.count();
     remainingArea_ += sign * fill.filledArea;
+}
+
+bool SizeStock::tidy() noexcept {
+    for (SizeIndex* index : {&upright_, &transposed_}) {
+        if (index->liveCount() < index->count() / 2 && !index->build(classes_)) return false;
+    }
+    return true;
 }
 
 }  // namespace quor::packing

@@ -136,17 +136,20 @@ int SkylineFill::chooseEntry(const Skyline::Gap& gap, int room, const FitWeights
     int best = -1;
     int bestRating = kUnfit;
     int looks = weights.looks;
-    const int last = index.lastUpTo(gap.width);
-    int i = last;
-    for (; i >= 0 && looks > 0; --i) {
-        const SizeIndex::Entry& entry = index.at(i);
-        const bool fits = (entry.count > 0) & (entry.height <= room);
-        const int rating = fits ? rate(entry, gap, room, narrowest, weights, index) : kUnfit;
-        looks -= fits;
-        best = rating > bestRating ? i : best;
-        bestRating = std::max(rating, bestRating);
+    int i = index.firstUpTo(gap.width);
+    while (looks > 0 && (i = index.nextUpTo(i, room)) >= 0) {
+        const int first = i;
+        const int end = std::min((i / LeastSizes::kRun + 1) * LeastSizes::kRun, index.count());
+        for (; i < end && looks > 0; ++i) {
+            const SizeIndex::Entry& entry = index.at(i);
+            const bool fits = (entry.count > 0) & (entry.height <= room);
+            const int rating = fits ? rate(entry, gap, room, narrowest, weights, index) : kUnfit;
+            looks -= fits;
+            best = rating > bestRating ? i : best;
+            bestRating = std::max(rating, bestRating);
+        }
+        steps -= i - first + 4;
     }
-    steps -= last - i;
     return best;
 }
 

@@ -79,6 +79,26 @@ TEST_P(RectangleSets, ArePackedAtLeastAsDenselyAsByOtherPackers) {
     EXPECT_GE(sum / static_cast<double>(std::size(kSets)), 98.6);
 }
 
+TEST(RectangleSetsPowerOfTwo, HaveLastBinsNoLargerThanKnown) {
+    if (!std::filesystem::is_directory(kFolder)) {
+        GTEST_SKIP() << "there is no folder " << kFolder;
+    }
+    const BinRules rules = {1024, 1, true};
+    const struct {
+        const char* name;
+        double occupancy;
+    } cases[] = {{"elements_emoji_72", 99.8}, {"emoji_all_72", 99.4}, {"elements_flags_320", 97.7}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Sizes sizes = readSet(c.name);
+        BinPacker packers[kHeuristicCount];
+        const BinPacker* best = nullptr;
+        packBest(sizes, rules, packers, best);
+        expectValid(*best, sizes, rules);
+        EXPECT_GE(occupancyOf(*best, sizes, rules), c.occupancy);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(BinsOf, RectangleSets, testing::Values(1024, 2048),
                          testing::PrintToStringParamName());
 
