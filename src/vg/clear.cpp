@@ -1,3 +1,5 @@
+#include "vg/clear.h"
+
 #include <algorithm>
 #include <cstdint>
 
@@ -6,12 +8,11 @@
 #include "vg/raster/pixels/pixel_io.h"
 #include "vg/scissored_fill.h"
 #include "vg/surface.h"
-#include "vg/vg.h"
 
+namespace vg {
 namespace {
 
-vg::raster::PixelRect intersect(const vg::raster::PixelRect& a,
-                                const vg::raster::PixelRect& b) noexcept {
+raster::PixelRect intersect(const raster::PixelRect& a, const raster::PixelRect& b) noexcept {
     return {std::max(a.x0, b.x0), std::max(a.y0, b.y0), std::min(a.x1, b.x1), std::min(a.y1, b.y1)};
 }
 
@@ -19,35 +20,25 @@ vg::raster::PixelRect intersect(const vg::raster::PixelRect& a,
 constexpr int32_t kManyPixels = 1 << 17;
 
 /// Whether a clear is better put off (see PendingClear).
-bool clearsManyPixels(const vg::Context& context, const vg::Surface& surface,
-                      const vg::raster::PixelRect& rect) noexcept {
+bool clearsManyPixels(const Context& context, const Surface& surface,
+                      const raster::PixelRect& rect) noexcept {
     return !context.scissoring && rect.x0 <= 0 && rect.y0 <= 0 && rect.x1 >= surface.width &&
            rect.y1 >= surface.height && surface.pixels.count() >= kManyPixels;
 }
 
-/// Stores the clear colour in the part of the rectangle that lies in the scissor. False when memory
-/// runs out.
-bool clearRect(vg::Context& context, vg::Surface& surface,
-               const vg::raster::PixelRect& rect) noexcept {
-    const uint32_t pixel = vg::raster::packFloatColor(context.clearColor, surface.descriptor());
+}  // namespace
+
+bool clear(Context& context, Surface& surface, const raster::PixelRect& rect) noexcept {
+    const uint32_t pixel = raster::packFloatColor(context.clearColor, surface.descriptor());
     if (clearsManyPixels(context, surface, rect)) {
         surface.pendingClear.begin(surface.height, pixel);
         return true;
     }
-    const auto clearPart = [&](const vg::raster::PixelRect& part) noexcept {
-        vg::raster::clearRect(surface.view(), intersect(rect, part), pixel);
+    const auto clearPart = [&](const raster::PixelRect& part) noexcept {
+        raster::clearRect(surface.view(), intersect(rect, part), pixel);
         return true;
     };
-    return vg::forEachScissorRect(context, surface.width, surface.height, clearPart);
+    return forEachScissorRect(context, surface.width, surface.height, clearPart);
 }
 
-}  // namespace
-
-void vgClear(VGint x, VGint y, VGint width, VGint height) {
-    vg::Context* context = vg::currentPair();
-    if (context == nullptr) return;
-    if (width < 1 || height < 1) return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
-    if (clearRect(*context, *vg::currentSurface(), vg::pixelRect(x, y, width, height))) return;
-    context->recoverMemory();
-    context->raise(VG_OUT_OF_MEMORY_ERROR);
-}
+}  // namespace vg

@@ -10,6 +10,7 @@
 #include "vg/path_pool.h"
 #include "vg/raster/geometry/scissor.h"
 #include "vg/raster/rasterizer.h"
+#include "vg/stroke_state.h"
 #include "vg/stroker.h"
 #include "vg/surface.h"
 #include "vg/tolerance.h"
@@ -26,26 +27,6 @@ struct SharedResources {
     uint32_t references = 1;
     ObjectTable objects;
     PathPool sparePaths;
-};
-
-/// Stroke parameters as set, and the values derived from them.
-struct StrokeState {
-    float lineWidth = 1.0F;
-    VGint startCap = VG_CAP_BUTT;
-    VGint endCap = VG_CAP_BUTT;
-    VGint join = VG_JOIN_MITER;
-    float miterLimit = 4.0F;         ///< never below 1
-    base::Array<float> dashPattern;  ///< as given
-    float dashPhase = 0.0F;
-    bool dashPhaseReset = false;
-
-    float halfWidth = 0.5F;
-    float miterLength = 2.0F;  ///< halfWidth * miterLimit
-    float miterLengthSquared = 4.0F;
-    base::Array<float> effectiveDashes;  ///< even count, none negative
-    float dashTotal = 0.0F;              ///< sum of effectiveDashes; 0 means no dashing
-
-    void updateDerived() noexcept;
 };
 
 /// The four scales and four biases of a colour transform.
@@ -90,7 +71,6 @@ struct Context {
     // Derived
     ColorTransform effectiveColorTransform;  ///< the identity while the transform is disabled
     FlatteningTolerance tolerance;
-    base::Array<int16_t> gaussianWork[2];
     raster::Rasterizer rasterizer;
     raster::Scissor scissor;         ///< see scissorFor()
     base::Array<uint8_t> pixelWork;  ///< pixels on their way from an area to one that it overlaps
@@ -139,7 +119,9 @@ struct Context {
     void recoverMemory() noexcept;
 };
 
-/// The context of the current pair, or null when no pair is current.
-Context* currentPair() noexcept;
+/// What draws on the surface are masked with: null unless masking is on and the surface has a mask.
+inline const uint8_t* activeMask(const Context& context, const Surface& surface) noexcept {
+    return context.masking && surface.hasMask ? surface.mask.data() : nullptr;
+}
 
 }  // namespace vg

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "vg/flatten.h"
 #include "vg/trigonometry.h"
 
 namespace vg {

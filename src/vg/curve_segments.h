@@ -14,6 +14,9 @@
 // segments, not yet rounded up.
 namespace vg {
 
+/// Most straight segments of one curve.
+inline constexpr int32_t kMaxCurveSegments = 4096;
+
 /// True when one chord will do: a curve lies within 3/4 of the distance of its control points from
 /// the chord, since their two weights never add up to more.
 bool isFlat(const Bezier& curve, const FlatteningTolerance& tolerance) noexcept;

@@ -1,7 +1,9 @@
+#include "vg/draw_image.h"
+
 #include <algorithm>
 
 #include "vg/context.h"
-#include "vg/image_access.h"
+#include "vg/image.h"
 #include "vg/inverse_map.h"
 #include "vg/paint_params.h"
 #include "vg/scissored_fill.h"
@@ -62,7 +64,8 @@ PaintSetup setupColors(Context& context, const Surface& surface, const Image& im
     return setupPaintParams(context, surface, use, params.paint);
 }
 
-/// False when memory runs out.
+}  // namespace
+
 bool drawImage(Context& context, Surface& surface, const Image& image) noexcept {
     const Matrix3& matrix = context.matrix(VG_MATRIX_IMAGE_USER_TO_SURFACE).value;
     raster::FillParams params;
@@ -89,12 +92,4 @@ bool drawImage(Context& context, Surface& surface, const Image& image) noexcept 
     return false;
 }
 
-}  // namespace
 }  // namespace vg
-
-void vgDrawImage(VGImage handle) {
-    vg::Context* context = vg::currentPair();
-    vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, handle) : nullptr;
-    if (image == nullptr) return;
-    vg::doOrRaise(*context, [&] { return vg::drawImage(*context, *vg::currentSurface(), *image); });
-}

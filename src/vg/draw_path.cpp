@@ -21,7 +21,7 @@ struct DrawCall {
     Path& path;
     VGbitfield modes;
 
-    PathCache& cache() const noexcept { return *path.cache; }
+    PathCache& cache() const noexcept { return *cacheOf(path); }
 };
 
 /// What is filled: the path or its stroke.
@@ -158,14 +158,8 @@ bool drawStroke(const DrawCall& call, const FlatteningTolerance& tolerance) noex
     return paintShape(call, VG_STROKE_PATH, shape, params);
 }
 
-/// Steps that were done before memory ran out are not done again.
-struct DrawProgress {
-    bool filled = false;
-    bool stroked = false;
-};
-
 bool draw(const DrawCall& call, DrawProgress& progress) noexcept {
-    if (!call.path.ensureCache()) return false;
+    if (!ensureCache(call.path)) return false;
     const FlatteningTolerance& tolerance = updateTolerance(call);
     if ((call.modes & VG_FILL_PATH) != 0 && !progress.filled) {
         if (!drawFill(call, tolerance)) return false;
@@ -180,25 +174,9 @@ bool draw(const DrawCall& call, DrawProgress& progress) noexcept {
 
 }  // namespace
 
-bool drawPath(Context& context, Surface& surface, Path& path, VGbitfield paintModes) noexcept {
-    DrawProgress progress;
+bool drawPath(Context& context, Surface& surface, Path& path, VGbitfield paintModes,
+              DrawProgress& progress) noexcept {
     return draw({context, surface, path, paintModes}, progress);
 }
 
 }  // namespace vg
-
-void vgDrawPath(VGPath handle, VGbitfield paintModes) {
-    vg::Context* context = vg::currentPair();
-    if (context == nullptr) return;
-    vg::Path* path = context->findPath(handle);
-    if (path == nullptr) return context->raise(VG_BAD_HANDLE_ERROR);
-    constexpr VGbitfield kModes = VG_STROKE_PATH | VG_FILL_PATH;
-    if (paintModes == 0 || (paintModes & ~kModes) != 0) {
-        return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
-    }
-    const vg::DrawCall call = {*context, *vg::currentSurface(), *path, paintModes};
-    vg::DrawProgress progress;
-    if (vg::draw(call, progress)) return;
-    context->recoverMemory();
-    if (!vg::draw(call, progress)) context->raise(VG_OUT_OF_MEMORY_ERROR);
-}

@@ -9,9 +9,6 @@ namespace vg {
 
 struct Path;
 
-/// Most straight segments of one curve.
-inline constexpr int32_t kMaxCurveSegments = 4096;
-
 /// Most points of a flattened path, or two for each of its segments where that is more. A path
 /// that would need more gets its later curves in fewer segments, down to one each.
 inline constexpr int32_t kMaxFlattenedPoints = 1 << 23;

@@ -1,8 +1,7 @@
 #include <new>
 
 #include "vg/context.h"
-#include "vg/image_access.h"
-#include "vg/image_params.h"
+#include "vg/image_checks.h"
 #include "vg/raster/pixels/pixel_io.h"
 #include "vg/vg.h"
 
@@ -36,7 +35,7 @@ VGImage enterImageOrRaise(vg::Context& context, const Prepare& prepare) noexcept
 }  // namespace
 
 VGImage vgCreateImage(VGint format, VGint width, VGint height, VGbitfield allowedQuality) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr) return VG_INVALID_HANDLE;
     if (vg::raster::findPixelFormat(static_cast<uint32_t>(format)) == nullptr) {
         context->raise(VG_UNSUPPORTED_IMAGE_FORMAT_ERROR);
@@ -54,7 +53,7 @@ VGImage vgCreateImage(VGint format, VGint width, VGint height, VGbitfield allowe
 }
 
 VGImage vgChildImage(VGImage parentHandle, VGint x, VGint y, VGint width, VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Image* parent = context != nullptr ? vg::findImageOrRaise(*context, parentHandle) : nullptr;
     if (parent == nullptr) return VG_INVALID_HANDLE;
     if (!vg::isInside(x, width, parent->width) || !vg::isInside(y, height, parent->height)) {
@@ -68,7 +67,7 @@ VGImage vgChildImage(VGImage parentHandle, VGint x, VGint y, VGint width, VGint 
 }
 
 VGImage vgGetParent(VGImage handle) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     const vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, handle) : nullptr;
     if (image == nullptr) return VG_INVALID_HANDLE;
     do {
@@ -78,7 +77,7 @@ VGImage vgGetParent(VGImage handle) {
 }
 
 void vgDestroyImage(VGImage handle) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, handle) : nullptr;
     if (image == nullptr) return;
     image->handle = VG_INVALID_HANDLE;
@@ -86,7 +85,7 @@ void vgDestroyImage(VGImage handle) {
 }
 
 void vgClearImage(VGImage handle, VGint x, VGint y, VGint width, VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, handle) : nullptr;
     if (image == nullptr || !vg::isSizeOrRaise(*context, width, height)) return;
     vg::fillArea(image->area(), vg::pixelRect(x, y, width, height),
@@ -95,7 +94,7 @@ void vgClearImage(VGImage handle, VGint x, VGint y, VGint width, VGint height) {
 
 void vgImageSubData(VGImage handle, const void* data, VGint dataStride, VGint dataFormat, VGint x,
                     VGint y, VGint width, VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, handle) : nullptr;
     vg::ConstPixelArea from;
     if (image == nullptr || !vg::describeMemory(*context, static_cast<const uint8_t*>(data),
@@ -108,7 +107,7 @@ void vgImageSubData(VGImage handle, const void* data, VGint dataStride, VGint da
 
 void vgGetImageSubData(VGImage handle, void* data, VGint dataStride, VGint dataFormat, VGint x,
                        VGint y, VGint width, VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, handle) : nullptr;
     vg::PixelArea to;
     if (image == nullptr || !vg::describeMemory(*context, static_cast<uint8_t*>(data), dataStride,
@@ -120,7 +119,7 @@ void vgGetImageSubData(VGImage handle, void* data, VGint dataStride, VGint dataF
 
 void vgCopyImage(VGImage destination, VGint dx, VGint dy, VGImage source, VGint sx, VGint sy,
                  VGint width, VGint height, VGboolean /*dither*/) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr) return;
     vg::Image* to = vg::findImageOrRaise(*context, destination);
     vg::Image* from = vg::findImageOrRaise(*context, source);

@@ -4,9 +4,9 @@
 #include "base/finite.h"
 #include "vg/context.h"
 #include "vg/draw_path.h"
-#include "vg/image_access.h"
+#include "vg/image_checks.h"
 #include "vg/mask_values.h"
-#include "vg/path_access.h"
+#include "vg/path_checks.h"
 #include "vg/vg.h"
 
 namespace vg {
@@ -76,7 +76,8 @@ bool drawCoverage(Context& context, Surface& work, const Surface& surface, Path&
     work.height = surface.height;
     if (!work.pixels.allocate(surface.width * surface.height)) return false;
     const PlainPaint plain(context);
-    return drawPath(context, work, path, paintMode);
+    DrawProgress progress;
+    return drawPath(context, work, path, paintMode, progress);
 }
 
 /// Combines the mask with the coverage of the fill or the stroke.
@@ -96,7 +97,7 @@ void renderToMask(Context& context, Surface& surface, Path& path, VGbitfield pai
 }  // namespace vg
 
 void vgMask(VGHandle mask, VGint operation, VGint x, VGint y, VGint width, VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr) return;
     const bool takesValues = vg::takesValues(operation);
     vg::Image* values = takesValues ? vg::findValuesOrRaise(*context, mask) : nullptr;
@@ -113,7 +114,7 @@ void vgMask(VGHandle mask, VGint operation, VGint x, VGint y, VGint width, VGint
 }
 
 void vgRenderToMask(VGPath handle, VGbitfield paintModes, VGint operation) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Path* path = context != nullptr ? vg::findOrRaise(*context, handle) : nullptr;
     if (path == nullptr) return;
     constexpr VGbitfield kModes = VG_STROKE_PATH | VG_FILL_PATH;
@@ -132,7 +133,7 @@ void vgRenderToMask(VGPath handle, VGbitfield paintModes, VGint operation) {
 }
 
 VGMaskLayer vgCreateMaskLayer(VGint width, VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr) return VG_INVALID_HANDLE;
     if (!vg::isImageSize(width, height)) {
         context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
@@ -148,14 +149,14 @@ VGMaskLayer vgCreateMaskLayer(VGint width, VGint height) {
 }
 
 void vgDestroyMaskLayer(VGMaskLayer handle) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr || vg::findLayerOrRaise(*context, handle) == nullptr) return;
     context->shared->objects.remove(handle);
 }
 
 void vgFillMaskLayer(VGMaskLayer handle, VGint x, VGint y, VGint width, VGint height,
                      VGfloat value) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Image* layer = context != nullptr ? vg::findLayerOrRaise(*context, handle) : nullptr;
     if (layer == nullptr) return;
     const float amount = base::finite(value);
@@ -169,7 +170,7 @@ void vgFillMaskLayer(VGMaskLayer handle, VGint x, VGint y, VGint width, VGint he
 
 void vgCopyMask(VGMaskLayer handle, VGint dx, VGint dy, VGint sx, VGint sy, VGint width,
                 VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Image* layer = context != nullptr ? vg::findLayerOrRaise(*context, handle) : nullptr;
     if (layer == nullptr || !vg::isSizeOrRaise(*context, width, height)) return;
     vg::Surface& surface = *vg::currentSurface();

@@ -27,19 +27,19 @@ void replaceCurrentMatrix(vg::Context& context, const vg::Matrix3& value) noexce
 }  // namespace
 
 void vgLoadIdentity() {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context != nullptr) context->currentMatrix().setIdentity();
 }
 
 void vgLoadMatrix(const VGfloat* m) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr) return;
     if (m == nullptr || !vg::isAligned(m)) return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
     replaceCurrentMatrix(*context, readMatrix(m, context->matrixMode));
 }
 
 void vgMultMatrix(const VGfloat* m) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr) return;
     if (m == nullptr || !vg::isAligned(m)) return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
     const vg::Matrix3 right = readMatrix(m, context->matrixMode);
@@ -47,7 +47,7 @@ void vgMultMatrix(const VGfloat* m) {
 }
 
 void vgGetMatrix(VGfloat* m) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr) return;
     if (m == nullptr || !vg::isAligned(m)) return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
     const vg::Matrix3& matrix = context->currentMatrix().value;

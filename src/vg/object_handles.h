@@ -36,6 +36,9 @@ public:
     static constexpr int kIndexBits = 26;
     static constexpr uint32_t kIndexMask = (1U << kIndexBits) - 1;
 
+    /// As many families of contexts as the other bits can tell apart.
+    static constexpr uint32_t kMaxContextIds = 1U << (32 - kIndexBits);
+
     ObjectTable() noexcept = default;
     ~ObjectTable();  ///< releases every object left
 

@@ -1,14 +1,16 @@
+#include <utility>
+
 #include "vg/param_rules.h"
 
 namespace {
 
 void set(VGint type, const vg::ParamInput& input) noexcept {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context != nullptr) vg::setParam(*context, *context, vg::findContextRule(type), input);
 }
 
 void get(VGint type, const vg::ParamOutput& output) noexcept {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context != nullptr) vg::getParam(*context, *context, vg::findContextRule(type), output);
 }
 
@@ -38,7 +40,7 @@ VGfloat vgGetf(VGint type) { return getScalar<VGfloat>(type); }
 VGint vgGeti(VGint type) { return getScalar<VGint>(type); }
 
 VGint vgGetVectorSize(VGint type) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr) return 0;
     return vg::paramSize(*context, *context, vg::findContextRule(type));
 }
@@ -48,3 +50,9 @@ void vgGetfv(VGint type, VGint count, VGfloat* values) {
 }
 
 void vgGetiv(VGint type, VGint count, VGint* values) { get(type, vg::ParamOutput(count, values)); }
+
+VGErrorCode vgGetError() {
+    vg::Context* context = vg::currentContext();
+    if (context == nullptr) return VG_NO_CONTEXT_ERROR;
+    return std::exchange(context->error, VG_NO_ERROR);
+}

@@ -4,7 +4,6 @@
 #include <array>
 #include <iterator>
 
-#include "vg/dash_rules.h"
 #include "vg/image.h"
 
 namespace vg {
@@ -52,23 +51,21 @@ constexpr ParamAccess<Context> kImageQuality = {
 
 constexpr ParamAccess<Context> kLineWidth = {
     [](Context& context, const ParamInput& input) noexcept {
-        context.stroke.lineWidth = input.floatAt(0);
-        context.stroke.updateDerived();
+        context.stroke.setLineWidth(input.floatAt(0));
         return true;
     },
     loadMember<Context, &Context::stroke, &StrokeState::lineWidth>};
 
 constexpr ParamAccess<Context> kMiterLimit = {
     [](Context& context, const ParamInput& input) noexcept {
-        context.stroke.miterLimit = std::max(input.floatAt(0), 1.0F);
-        context.stroke.updateDerived();
+        context.stroke.setMiterLimit(input.floatAt(0));
         return true;
     },
     loadMember<Context, &Context::stroke, &StrokeState::miterLimit>};
 
 constexpr ParamAccess<Context> kDashPattern = {
     [](Context& context, const ParamInput& input) noexcept {
-        return setDashPattern(context.stroke, input);
+        return context.stroke.setDashPattern(input);
     },
     [](const Context& context, ParamOutput& output) noexcept {
         output.put(context.stroke.dashPattern.data(), context.stroke.dashPattern.count());

@@ -6,7 +6,17 @@
 
 namespace vg {
 
-struct PathCache;
+/// What draws of a path leave for the next ones. The path owns it and knows no more of it than
+/// this; PathCache is what it is.
+struct PathLeftovers {
+    PathLeftovers() noexcept = default;
+    PathLeftovers(const PathLeftovers&) = delete;
+    PathLeftovers& operator=(const PathLeftovers&) = delete;
+    virtual ~PathLeftovers() = default;
+
+    virtual void clear() noexcept = 0;  ///< the path has changed
+    virtual size_t byteCount() const noexcept = 0;
+};
 
 /// A path object: segment commands and their coordinates in the path's own datatype.
 struct Path final : Object {
@@ -22,10 +32,7 @@ struct Path final : Object {
     base::Array<uint8_t> data;  ///< coordinates, coordinateCount of them, in the datatype
     int32_t coordinateCount = 0;
 
-    PathCache* cache = nullptr;  ///< owned; null before the first draw, see ensureCache()
-
-    /// False when memory runs out.
-    [[nodiscard]] bool ensureCache() noexcept;
+    PathLeftovers* leftovers = nullptr;  ///< owned; null before the first draw
 
     void releaseCaches() noexcept override;
 
@@ -41,11 +48,8 @@ struct Path final : Object {
 
     /// Must follow every change of segments or coordinates.
     void invalidate() noexcept {
-        if (cache != nullptr) clearCache();
+        if (leftovers != nullptr) leftovers->clear();
     }
-
-private:
-    void clearCache() noexcept;
 };
 
 /// Bytes of one coordinate of a datatype.

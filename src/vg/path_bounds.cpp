@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "base/finite.h"
 #include "vg/bezier.h"
 #include "vg/segment_reader.h"
 
@@ -70,6 +71,8 @@ void includeDrawn(Bounds& bounds, const Segment& segment, const AffineMap& map) 
     }
 }
 
+float toFinite(double value) noexcept { return base::finite(static_cast<float>(value)); }
+
 }  // namespace
 
 Bounds boundsOf(const Path& path, const AffineMap& map) noexcept {
@@ -84,6 +87,13 @@ Bounds boundsOf(const Path& path, const AffineMap& map) noexcept {
         }
     }
     return drawn.isEmpty() ? moves : drawn;
+}
+
+PathBox transformedPathBounds(const Path& path, const Matrix3& matrix) noexcept {
+    const Bounds bounds = boundsOf(path, AffineMap(matrix));
+    if (bounds.isEmpty()) return {};
+    return {toFinite(bounds.low.x), toFinite(bounds.low.y), toFinite(bounds.high.x),
+            toFinite(bounds.high.y)};
 }
 
 }  // namespace vg

@@ -1,7 +1,7 @@
 #include "vg/path_cache.h"
 
 #include <algorithm>
-#include <cstring>
+#include <new>
 
 #include "vg/flatten.h"
 
@@ -102,6 +102,11 @@ void PathCache::clear() noexcept {
     hasBounds_ = false;
     fillBands.release();
     strokeBands.release();
+}
+
+bool ensureCache(Path& path) noexcept {
+    if (path.leftovers == nullptr) path.leftovers = new (std::nothrow) PathCache;
+    return path.leftovers != nullptr;
 }
 
 }  // namespace vg

@@ -5,15 +5,14 @@
 #include "base/array.h"
 #include "vg/matrix.h"
 #include "vg/outline.h"
-#include "vg/path_query.h"
+#include "vg/path.h"
+#include "vg/path_bounds.h"
 #include "vg/raster/band_cache.h"
 #include "vg/recent_cache.h"
 #include "vg/stroker.h"
 #include "vg/tolerance.h"
 
 namespace vg {
-
-struct Path;
 
 /// A path as straight segments under one tolerance.
 struct KeptFlattening {
@@ -40,7 +39,7 @@ struct KeptStroke {
 /// Of flattenings and of outlines there are at most 64 KiB each, besides the latest flattening
 /// however long it is; a longer outline is made anew at each draw. Either band list has at most
 /// 128 KiB of values, as many bands, and 72 KiB of cells.
-struct PathCache {
+struct PathCache final : PathLeftovers {
     RecentCache<KeptFlattening> flattenings;
     RecentCache<KeptStroke> strokes;
     raster::BandCache fillBands;
@@ -60,10 +59,10 @@ struct PathCache {
     PathBox boundsUnder(const Path& path, const Matrix3& matrix) noexcept;
 
     /// Forgets everything; some of the memory serves what is made next.
-    void clear() noexcept;
+    void clear() noexcept override;
 
     /// Of memory, but for the band lists.
-    size_t byteCount() const noexcept {
+    size_t byteCount() const noexcept override {
         return sizeof *this + flattenings.byteCount() + strokes.byteCount();
     }
 
@@ -72,5 +71,13 @@ private:
     Matrix3 boundsMatrix_;
     PathBox bounds_;
 };
+
+/// The path's cache, or null before ensureCache().
+inline PathCache* cacheOf(const Path& path) noexcept {
+    return static_cast<PathCache*>(path.leftovers);
+}
+
+/// Gives the path a cache unless it has one. False when memory runs out.
+[[nodiscard]] bool ensureCache(Path& path) noexcept;
 
 }  // namespace vg

@@ -1,8 +1,5 @@
-// Paths in between two others.
+#include "vg/path_interpolate.h"
 
-#include "base/finite.h"
-#include "vg/context.h"
-#include "vg/path_access.h"
 #include "vg/path_writer.h"
 #include "vg/segment_reader.h"
 
@@ -42,7 +39,7 @@ bool appendBetween(PathWriter& writer, const Segment& start, const Segment& end,
     }
 }
 
-enum class Interpolation { kDone, kIncompatible, kOutOfMemory };
+}  // namespace
 
 Interpolation interpolate(Path& destination, const Path& startPath, const Path& endPath,
                           double amount) noexcept {
@@ -63,31 +60,4 @@ Interpolation interpolate(Path& destination, const Path& startPath, const Path& 
     return Interpolation::kDone;
 }
 
-}  // namespace
-
 }  // namespace vg
-
-using vg::Context;
-using vg::Path;
-
-VGboolean vgInterpolatePath(VGPath destinationHandle, VGPath startHandle, VGPath endHandle,
-                            VGfloat amount) {
-    Context* context = vg::currentPair();
-    if (context == nullptr) return VG_FALSE;
-    Path* destination = vg::findOrRaise(*context, destinationHandle);
-    const Path* start = vg::findOrRaise(*context, startHandle);
-    const Path* end = vg::findOrRaise(*context, endHandle);
-    if (destination == nullptr || start == nullptr || end == nullptr) return VG_FALSE;
-    if (!vg::allows(*context, *destination, VG_PATH_CAPABILITY_INTERPOLATE_TO) ||
-        !vg::allows(*context, *start, VG_PATH_CAPABILITY_INTERPOLATE_FROM) ||
-        !vg::allows(*context, *end, VG_PATH_CAPABILITY_INTERPOLATE_FROM)) {
-        return VG_FALSE;
-    }
-    const auto weight = static_cast<double>(base::finite(amount));
-    auto result = vg::Interpolation::kOutOfMemory;
-    vg::doOrRaise(*context, [&] {
-        result = vg::interpolate(*destination, *start, *end, weight);
-        return result != vg::Interpolation::kOutOfMemory;
-    });
-    return result == vg::Interpolation::kDone ? VG_TRUE : VG_FALSE;
-}

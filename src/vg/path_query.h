@@ -1,17 +1,21 @@
 #pragma once
 
-#include "vg/matrix.h"
 #include "vg/path.h"
+#include "vg/vector2.h"
 
+// Lengths and places along the segments `first` to `first + count - 1` of a path.
 namespace vg {
 
-/// A box of floats; all zero for a path without segments.
-struct PathBox {
-    float minX = 0.0F, minY = 0.0F;
-    float maxX = 0.0F, maxY = 0.0F;
+/// A place on a path and the direction of travel there.
+struct PathPosition {
+    Vector2 point;
+    Vector2 tangent{1.0, 0.0};
 };
 
-/// The tight box of the path under the affine part of the matrix.
-PathBox transformedPathBounds(const Path& path, const Matrix3& matrix) noexcept;
+double lengthOfSegments(const Path& path, VGint first, VGint count) noexcept;
+
+/// Distances outside the path are those of its ends. Segments of no length are passed over; if
+/// there are no others, the place is the last end point and the tangent (1, 0).
+PathPosition positionAlong(const Path& path, VGint first, VGint count, double distance) noexcept;
 
 }  // namespace vg

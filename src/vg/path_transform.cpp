@@ -1,8 +1,5 @@
-// Copies of paths under the path-user-to-surface matrix.
+#include "vg/path_transform.h"
 
-#include "vg/affine_map.h"
-#include "vg/context.h"
-#include "vg/path_access.h"
 #include "vg/path_writer.h"
 #include "vg/segment_reader.h"
 
@@ -78,8 +75,8 @@ bool appendTransformed(PathWriter& writer, const Segment& segment, const AffineM
     }
 }
 
-/// Every coordinate becomes absolute. A source that does not begin with a move starts at (0, 0),
-/// and its copy with a move to the image of that point.
+}  // namespace
+
 bool transformPath(Path& destination, const Path& source, const AffineMap& map) noexcept {
     PathWriter writer(destination);
     bool isFirst = true;
@@ -95,21 +92,4 @@ bool transformPath(Path& destination, const Path& source, const AffineMap& map) 
     return true;
 }
 
-}  // namespace
-
 }  // namespace vg
-
-using vg::Context;
-using vg::Path;
-
-void vgTransformPath(VGPath destinationHandle, VGPath sourceHandle) {
-    Context* context = vg::currentPair();
-    if (context == nullptr) return;
-    const vg::PathPair pair =
-        vg::findPair(*context, destinationHandle, VG_PATH_CAPABILITY_TRANSFORM_TO, sourceHandle,
-                     VG_PATH_CAPABILITY_TRANSFORM_FROM);
-    if (pair.destination == nullptr) return;
-    const vg::AffineMap map(context->matrix(VG_MATRIX_PATH_USER_TO_SURFACE).value);
-    vg::doOrRaise(*context,
-                  [&] { return vg::transformPath(*pair.destination, *pair.source, map); });
-}

@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <new>
 
-#include "vg/context.h"
-#include "vg/context_table.h"
+#include "vg/current_pair.h"
 #include "vg/mask_values.h"
 
 namespace vg {
@@ -30,10 +29,6 @@ PixelArea Surface::maskArea() noexcept {
     return {lowest, -int64_t{width}, &maskFormat(), width, height};
 }
 
-const uint8_t* activeMask(const Context& context, const Surface& surface) noexcept {
-    return context.masking && surface.hasMask ? surface.mask.data() : nullptr;
-}
-
 Surface* createSurface(int32_t width, int32_t height, const SurfaceFlags& flags) noexcept {
     auto* surface = new (std::nothrow) Surface;
     if (surface == nullptr) return nullptr;
@@ -48,7 +43,7 @@ Surface* createSurface(int32_t width, int32_t height, const SurfaceFlags& flags)
 
 void destroySurface(Surface* surface) noexcept {
     if (surface == nullptr) return;
-    unbindSurface(surface);
+    if (currentPair.surface == surface) currentPair = {};
     delete surface;
 }
 

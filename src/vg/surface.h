@@ -9,8 +9,6 @@
 
 namespace vg {
 
-struct Context;
-
 /// Pixel memory that a context draws on, in a 32-bit ARGB format.
 struct Surface {
     int32_t width = 0;
@@ -45,8 +43,5 @@ struct Surface {
     /// The mask as pixels of VG_A_8. Precondition: hasMask.
     PixelArea maskArea() noexcept;
 };
-
-/// What draws on the surface are masked with: null unless masking is on and the surface has a mask.
-const uint8_t* activeMask(const Context& context, const Surface& surface) noexcept;
 
 }  // namespace vg

@@ -93,7 +93,7 @@ protected:
         for (int i = 0; i < 3; ++i) drawAt(path, x, y, kBoth);
     }
 
-    PathCache& cacheOf(VGPath path) { return *context->findPath(path)->cache; }
+    PathCache& cacheOf(VGPath path) { return *vg::cacheOf(*context->findPath(path)); }
     bool hasFillList(VGPath path) { return cacheOf(path).fillBands.list() != nullptr; }
     bool hasStrokeList(VGPath path) { return cacheOf(path).strokeBands.list() != nullptr; }
 
@@ -318,7 +318,7 @@ TEST_F(DrawCache, RecoveryReleasesAndDrawsGoOn) {
     const Pixels expected = pictureAt(path, 10, 10);
     record(path, 10, 10);
     context->recoverMemory();
-    EXPECT_EQ(context->findPath(path)->cache, nullptr);
+    EXPECT_EQ(context->findPath(path)->leftovers, nullptr);
     for (int i = 0; i < 4; ++i) EXPECT_EQ(pictureAt(path, 10, 10), expected);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "path_samples.h"
+#include "vg/curve_segments.h"
 #include "vg/tolerance.h"
 
 namespace vg::test {

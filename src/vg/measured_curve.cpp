@@ -1,4 +1,4 @@
-#include "vg/segment_curve.h"
+#include "vg/measured_curve.h"
 
 #include <algorithm>
 
@@ -19,7 +19,7 @@ Bezier bezierOf(const Segment& segment) noexcept {
 
 }  // namespace
 
-SegmentCurve::SegmentCurve(const Segment& segment) noexcept
+MeasuredCurve::MeasuredCurve(const Segment& segment) noexcept
     : from_(segment.from), to_(segment.to), polynomial_(bezierOf(segment)) {
     isArc_ =
         segment.kind == Segment::Kind::kArc && toCenterForm(segment.arc(), arc_) == ArcKind::kArc;
@@ -27,17 +27,17 @@ SegmentCurve::SegmentCurve(const Segment& segment) noexcept
               segment.kind != Segment::Kind::kCubic;
 }
 
-Vector2 SegmentCurve::at(double u) const noexcept {
+Vector2 MeasuredCurve::at(double u) const noexcept {
     if (u <= 0.0) return from_;
     if (u >= 1.0) return to_;
     return isArc_ ? arc_.at(arc_.sweep * u) : polynomial_.at(u);
 }
 
-Vector2 SegmentCurve::velocity(double u) const noexcept {
+Vector2 MeasuredCurve::velocity(double u) const noexcept {
     return isArc_ ? arc_.velocity(arc_.sweep * u) * arc_.sweep : polynomial_.velocity(u);
 }
 
-Vector2 SegmentCurve::tangentAt(double u) const noexcept {
+Vector2 MeasuredCurve::tangentAt(double u) const noexcept {
     // A control point on an end point stops the curve there: look at its neighbourhood.
     for (const double step : {0.0, 1e-3, -1e-3}) {
         const Vector2 direction = velocity(std::clamp(u + step, 0.0, 1.0));
@@ -47,15 +47,15 @@ Vector2 SegmentCurve::tangentAt(double u) const noexcept {
     return {1.0, 0.0};
 }
 
-double SegmentCurve::length() const noexcept { return lengthUpTo(1.0); }
+double MeasuredCurve::length() const noexcept { return lengthUpTo(1.0); }
 
-double SegmentCurve::lengthUpTo(double u) const noexcept {
+double MeasuredCurve::lengthUpTo(double u) const noexcept {
     if (isLine_) return lengthOf(to_ - from_) * u;
     return lengthBetween(0.0, u, lengthOfStep(0.0, u), 0);
 }
 
 // Five-point Gauss-Legendre quadrature of the speed.
-double SegmentCurve::lengthOfStep(double u0, double u1) const noexcept {
+double MeasuredCurve::lengthOfStep(double u0, double u1) const noexcept {
     constexpr double kNodes[] = {0.5384693101056831, 0.9061798459386640};
     constexpr double kWeights[] = {0.4786286704993665, 0.2369268850561891};
     constexpr double kMiddleWeight = 0.5688888888888889;
@@ -70,8 +70,8 @@ double SegmentCurve::lengthOfStep(double u0, double u1) const noexcept {
 
 // Halves until both halves agree with the whole. Only a cusp or a sharp bend goes deep, and there
 // one half settles at once, so that the work stays near kMaxDepth steps.
-double SegmentCurve::lengthBetween(double u0, double u1, double estimate,
-                                   int depth) const noexcept {
+double MeasuredCurve::lengthBetween(double u0, double u1, double estimate,
+                                    int depth) const noexcept {
     constexpr int kMaxDepth = 12;
     constexpr double kPrecision = 1e-7;
     const double middle = 0.5 * (u0 + u1);
@@ -82,7 +82,7 @@ double SegmentCurve::lengthBetween(double u0, double u1, double estimate,
     return lengthBetween(u0, middle, left, depth + 1) + lengthBetween(middle, u1, right, depth + 1);
 }
 
-double SegmentCurve::parameterAt(double distance) const noexcept {
+double MeasuredCurve::parameterAt(double distance) const noexcept {
     const double whole = length();
     if (!(whole > 0.0)) return 0.0;
     if (isLine_) return distance / whole;

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "vg/image_params.h"
+#include "vg/image.h"
 #include "vg/paint.h"
 #include "vg/param_rule.h"
 #include "vg/path.h"
@@ -20,8 +20,8 @@ constexpr ParamAccess<Paint> kRampStops = {
     },
     [](const Paint& paint) noexcept { return VGint{paint.stops.given().count()}; }};
 
-template <auto kMember>
-constexpr ParamAccess<Path> kPathReadOnly = {nullptr, loadMember<Path, kMember>};
+template <class Object, auto kMember>
+constexpr ParamAccess<Object> kReadOnly = {nullptr, loadMember<Object, kMember>};
 
 constexpr ParamAccess<Path> kPathFormat = {nullptr, [](const Path&, ParamOutput& output) noexcept {
                                                output.put(VG_PATH_FORMAT_STANDARD);
@@ -52,11 +52,17 @@ constexpr ParamRule<Paint> kPaintRules[] = {
 
 constexpr ParamRule<Path> kPathRules[] = {
     {VG_PATH_FORMAT,        kAnyValue,                                         kPathFormat},
-    {VG_PATH_DATATYPE,      kAnyValue,                                         kPathReadOnly<&Path::datatype>},
-    {VG_PATH_SCALE,         kAnyValue,                                         kPathReadOnly<&Path::scale>},
-    {VG_PATH_BIAS,          kAnyValue,                                         kPathReadOnly<&Path::bias>},
+    {VG_PATH_DATATYPE,      kAnyValue,                                         kReadOnly<Path, &Path::datatype>},
+    {VG_PATH_SCALE,         kAnyValue,                                         kReadOnly<Path, &Path::scale>},
+    {VG_PATH_BIAS,          kAnyValue,                                         kReadOnly<Path, &Path::bias>},
     {VG_PATH_NUM_SEGMENTS,  kAnyValue,                                         kSegmentCount},
-    {VG_PATH_NUM_COORDS,    kAnyValue,                                         kPathReadOnly<&Path::coordinateCount>},
+    {VG_PATH_NUM_COORDS,    kAnyValue,                                         kReadOnly<Path, &Path::coordinateCount>},
+};
+
+constexpr ParamRule<Image> kImageRules[] = {
+    {VG_IMAGE_FORMAT,       kAnyValue,                                         kReadOnly<Image, &Image::format>},
+    {VG_IMAGE_WIDTH,        kAnyValue,                                         kReadOnly<Image, &Image::width>},
+    {VG_IMAGE_HEIGHT,       kAnyValue,                                         kReadOnly<Image, &Image::height>},
 };
 // clang-format on
 
@@ -71,14 +77,14 @@ auto findRule(const Rules& rules, VGint type) noexcept {
 /// for the parameter (null without one); raises an error for any other handle.
 template <class Visitor>
 void visitParam(VGHandle handle, VGint type, Visitor visit) noexcept {
-    Context* context = currentPair();
+    Context* context = currentContext();
     if (context == nullptr) return;
     if (Paint* paint = context->findPaint(handle)) {
         visit(*context, *paint, findRule(kPaintRules, type));
     } else if (Path* path = context->findPath(handle)) {
         visit(*context, *path, findRule(kPathRules, type));
     } else if (Image* image = context->findImage(handle)) {
-        visit(*context, *image, findImageRule(type));
+        visit(*context, *image, findRule(kImageRules, type));
     } else if (context->findMaskLayer(handle) != nullptr) {
         context->raise(VG_ILLEGAL_ARGUMENT_ERROR);  // it has no parameters
     } else {

@@ -1,5 +1,5 @@
 #include "vg/context.h"
-#include "vg/image_access.h"
+#include "vg/image_checks.h"
 #include "vg/scissored_fill.h"
 #include "vg/surface.h"
 #include "vg/vg.h"
@@ -22,7 +22,7 @@ bool copyToSurface(vg::Context& context, const vg::ConstPixelArea& from,
 
 void vgSetPixels(VGint dx, VGint dy, VGImage source, VGint sx, VGint sy, VGint width,
                  VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, source) : nullptr;
     if (image == nullptr || !vg::isSizeOrRaise(*context, width, height)) return;
     vg::doOrRaise(*context, [&] {
@@ -32,7 +32,7 @@ void vgSetPixels(VGint dx, VGint dy, VGImage source, VGint sx, VGint sy, VGint w
 
 void vgGetPixels(VGImage destination, VGint dx, VGint dy, VGint sx, VGint sy, VGint width,
                  VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::Image* image = context != nullptr ? vg::findImageOrRaise(*context, destination) : nullptr;
     if (image == nullptr || !vg::isSizeOrRaise(*context, width, height)) return;
     const vg::PixelArea to = image->area();
@@ -42,7 +42,7 @@ void vgGetPixels(VGImage destination, VGint dx, VGint dy, VGint sx, VGint sy, VG
 
 void vgWritePixels(const void* data, VGint dataStride, VGint dataFormat, VGint dx, VGint dy,
                    VGint width, VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::ConstPixelArea from;
     if (context == nullptr || !vg::describeMemory(*context, static_cast<const uint8_t*>(data),
                                                   dataStride, dataFormat, width, height, from)) {
@@ -55,7 +55,7 @@ void vgWritePixels(const void* data, VGint dataStride, VGint dataFormat, VGint d
 
 void vgReadPixels(void* data, VGint dataStride, VGint dataFormat, VGint sx, VGint sy, VGint width,
                   VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     vg::PixelArea to;
     if (context == nullptr || !vg::describeMemory(*context, static_cast<uint8_t*>(data), dataStride,
                                                   dataFormat, width, height, to)) {
@@ -65,7 +65,7 @@ void vgReadPixels(void* data, VGint dataStride, VGint dataFormat, VGint sx, VGin
 }
 
 void vgCopyPixels(VGint dx, VGint dy, VGint sx, VGint sy, VGint width, VGint height) {
-    vg::Context* context = vg::currentPair();
+    vg::Context* context = vg::currentContext();
     if (context == nullptr || !vg::isSizeOrRaise(*context, width, height)) return;
     vg::doOrRaise(*context, [&] {
         vg::PixelCopy copy = {dx, dy, sx, sy, width, height};

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "vg/context.h"
+#include "vg/entry_checks.h"
 #include "vg/path.h"
 
-// The steps that path entry points have in common.
+// The checks that entry points of paths have in common.
 namespace vg {
 
 /// The path behind the handle. Null, with the error raised, when there is none.
@@ -47,27 +47,6 @@ inline PathPair findPair(Context& context, VGPath destinationHandle, VGbitfield 
 inline bool hasSegments(const Path& path, VGint first, VGint count) noexcept {
     const int32_t available = path.segments.count();
     return 0 <= first && first < available && 1 <= count && count <= available - first;
-}
-
-/// Does work that may run out of memory: once more after the context gave memory back, then the
-/// error is raised. `work` returns false, with nothing changed, when memory runs out.
-template <class Work>
-bool doOrRaise(Context& context, const Work& work) noexcept {
-    if (work()) return true;
-    context.recoverMemory();
-    if (work()) return true;
-    context.raise(VG_OUT_OF_MEMORY_ERROR);
-    return false;
-}
-
-/// Precondition: the alignment is a power of two.
-inline bool isAligned(const void* array, uintptr_t alignment) noexcept {
-    return (reinterpret_cast<uintptr_t>(array) & (alignment - 1)) == 0;
-}
-
-/// True for an array that may be read or written with that alignment.
-inline bool isUsableArray(const void* array, uintptr_t alignment) noexcept {
-    return array != nullptr && isAligned(array, alignment);
 }
 
 }  // namespace vg

@@ -7,10 +7,10 @@
 namespace vg {
 
 /// What one drawing segment draws, as a curve over u from 0 to 1, for measuring along it.
-class SegmentCurve {
+class MeasuredCurve {
 public:
     /// Precondition: the segment is no move.
-    explicit SegmentCurve(const Segment& segment) noexcept;
+    explicit MeasuredCurve(const Segment& segment) noexcept;
 
     Vector2 at(double u) const noexcept;
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "vg/entry_checks.h"
 #include "vg/image.h"
-#include "vg/path_access.h"
 
-// The steps that image and pixel entry points have in common.
+// The checks that entry points of images and pixels have in common.
 namespace vg {
 
 /// The image behind the handle. Null, with the error raised, when there is none.

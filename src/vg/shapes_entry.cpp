@@ -9,7 +9,7 @@
 
 #include "base/finite.h"
 #include "vg/context.h"
-#include "vg/path_access.h"
+#include "vg/path_checks.h"
 #include "vg/path_writer.h"
 #include "vg/trigonometry.h"
 
@@ -21,7 +21,7 @@ namespace {
 /// all. The context's own error stays as it is.
 template <class Draw>
 VGUErrorCode appendShape(VGPath handle, bool areArgumentsLegal, const Draw& draw) noexcept {
-    Context* context = currentPair();
+    Context* context = currentContext();
     if (context == nullptr) return VGU_NO_CONTEXT_ERROR;
     Path* path = context->findPath(handle);
     if (path == nullptr) return VGU_BAD_HANDLE_ERROR;
