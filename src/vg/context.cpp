@@ -1,8 +1,8 @@
 #include "vg/context.h"
 
-#include "vg/image.h"
-#include "vg/paint.h"
-#include "vg/path.h"
+#include "vg/image/image.h"
+#include "vg/paint/paint.h"
+#include "vg/path/path.h"
 
 namespace vg {
 

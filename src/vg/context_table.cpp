@@ -7,7 +7,7 @@
 #include <new>
 
 #include "vg/current_pair.h"
-#include "vg/paint.h"
+#include "vg/paint/paint.h"
 
 namespace vg {
 namespace {

@@ -4,7 +4,7 @@
 #include <new>
 
 #include "vg/current_pair.h"
-#include "vg/mask_values.h"
+#include "vg/image/mask_values.h"
 
 namespace vg {
 namespace {

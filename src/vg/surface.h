@@ -2,7 +2,7 @@
 
 #include "base/array.h"
 #include "vg/engine.h"
-#include "vg/pixel_area.h"
+#include "vg/image/pixel_area.h"
 #include "vg/pixel_memory.h"
 #include "vg/raster/pixels/pixel_surface.h"
 #include "vg/raster/span/pending_clear.h"

@@ -12,9 +12,9 @@
 #include "failing_allocator.h"
 #include "quor/quor.h"
 #include "vg/context.h"
-#include "vg/paint.h"
-#include "vg/path.h"
-#include "vg/path_cache.h"
+#include "vg/draw/path_cache.h"
+#include "vg/paint/paint.h"
+#include "vg/path/path.h"
 
 namespace {
 

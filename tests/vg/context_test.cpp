@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "engine_fixture.h"
-#include "vg/paint.h"
+#include "vg/engine_fixture.h"
+#include "vg/paint/paint.h"
 
 namespace vg {
 namespace {

@@ -1,6 +1,6 @@
 #include "library_fixture.h"
 #include "vg/context.h"
-#include "vg/paint.h"
+#include "vg/paint/paint.h"
 
 namespace {
 
