@@ -66,7 +66,7 @@ struct Context {
     VGErrorCode error = VG_NO_ERROR;  ///< the first one since vgGetError
 
     // Matrices, in the order of VGMatrixMode
-    UserMatrix matrices[kMatrixCount];
+    Matrix3 matrices[kMatrixCount];
 
     // Derived
     ColorTransform effectiveColorTransform;  ///< the identity while the transform is disabled
@@ -93,10 +93,10 @@ struct Context {
 
     static constexpr uint32_t kLiveTag = 6;
 
-    UserMatrix& matrix(VGMatrixMode mode) noexcept {
+    Matrix3& matrix(VGMatrixMode mode) noexcept {
         return matrices[mode - VG_MATRIX_PATH_USER_TO_SURFACE];
     }
-    UserMatrix& currentMatrix() noexcept {
+    Matrix3& currentMatrix() noexcept {
         return matrices[matrixMode - VG_MATRIX_PATH_USER_TO_SURFACE];
     }
 

@@ -7,7 +7,7 @@
 
 namespace vg {
 
-enum class ObjectKind : uint32_t { kPath = 1, kImage = 2, kPaint = 3, kMaskLayer = 4, kFont = 5 };
+enum class ObjectKind : uint32_t { kPath = 1, kImage = 2, kPaint = 3, kMaskLayer = 4 };
 
 /// The head of every engine object. Objects are counted: one reference belongs to the handle
 /// table, one to each place of a context that has the object set.

@@ -7,8 +7,8 @@
 
 namespace vg {
 
-/// The pixels of a surface. They begin at a line of the cache: full lines are written in one go,
-/// and a row of a multiple of 16 pixels has nothing else.
+/// The pixels of a surface, aligned to a cache line of 64 bytes: stores that fill a whole line need
+/// not read it first, and rows of a multiple of 16 pixels have only such.
 class PixelMemory {
 public:
     PixelMemory() noexcept = default;

@@ -1,6 +1,9 @@
+// Surfaces, and the functions of engine.h that concern them.
+
 #include "vg/surface.h"
 
 #include <algorithm>
+#include <cassert>
 #include <new>
 
 #include "vg/current_pair.h"
@@ -25,6 +28,7 @@ bool Surface::isLinear() const noexcept {
 }
 
 PixelArea Surface::maskArea() noexcept {
+    assert(hasMask);
     uint8_t* const lowest = mask.data() + int64_t{height - 1} * width;
     return {lowest, -int64_t{width}, &maskFormat(), width, height};
 }

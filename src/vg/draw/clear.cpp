@@ -1,3 +1,5 @@
+// Clears now, or, a whole large surface, at the next draws: they then write each row once.
+
 #include "vg/draw/clear.h"
 
 #include <algorithm>

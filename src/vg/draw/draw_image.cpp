@@ -1,3 +1,6 @@
+// Draws an image as a polygon of its four corners, filled with the image as a texture under the
+// inverse of the matrix.
+
 #include "vg/draw/draw_image.h"
 
 #include <algorithm>
@@ -67,7 +70,7 @@ PaintSetup setupColors(Context& context, const Surface& surface, const Image& im
 }  // namespace
 
 bool drawImage(Context& context, Surface& surface, const Image& image) noexcept {
-    const Matrix3& matrix = context.matrix(VG_MATRIX_IMAGE_USER_TO_SURFACE).value;
+    const Matrix3& matrix = context.matrix(VG_MATRIX_IMAGE_USER_TO_SURFACE);
     raster::FillParams params;
     Corners corners;
     const bool isVisible =

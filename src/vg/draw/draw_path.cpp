@@ -1,6 +1,10 @@
+// Draws a path: the tolerance from the matrix, then for the fill and for the stroke the polygon
+// (kept or made), the paint, and the rasterizer by way of the path's band cache.
+
 #include "vg/draw/draw_path.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "vg/context.h"
@@ -32,7 +36,7 @@ struct Shape {
 };
 
 raster::Affine pathMatrix(Context& context) noexcept {
-    const auto& m = context.matrix(VG_MATRIX_PATH_USER_TO_SURFACE).value.m;
+    const auto& m = context.matrix(VG_MATRIX_PATH_USER_TO_SURFACE).m;
     return {m[0][0], m[0][1], m[0][2], m[1][0], m[1][1], m[1][2]};
 }
 
@@ -46,19 +50,18 @@ int32_t pixelExtent(float low, float high) noexcept {
 /// The tolerance of this draw, kept in the context.
 const FlatteningTolerance& updateTolerance(const DrawCall& call) noexcept {
     Context& context = call.context;
-    UserMatrix& matrix = context.matrix(VG_MATRIX_PATH_USER_TO_SURFACE);
-    matrix.updateScales();
+    const Matrix3& matrix = context.matrix(VG_MATRIX_PATH_USER_TO_SURFACE);
     StrokeTolerance stroke;
     const bool dependsOnStroke =
         (call.modes & VG_STROKE_PATH) != 0 && context.stroke.halfWidth > 1.0F;
     if (dependsOnStroke) {
-        const PathBox box = call.cache().boundsUnder(call.path, matrix.value);
+        const PathBox box = call.cache().boundsUnder(call.path, matrix);
         stroke.halfWidth = context.stroke.halfWidth;
         stroke.isDashed = context.stroke.dashTotal > 0.0F;
         stroke.boundsWidth = pixelExtent(box.minX, box.maxX);
         stroke.boundsHeight = pixelExtent(box.minY, box.maxY);
     }
-    context.tolerance.set(drawTolerance(context.configuration.curvesTolerance, matrix.scales[0],
+    context.tolerance.set(drawTolerance(context.configuration.curvesTolerance, largestScale(matrix),
                                         dependsOnStroke ? &stroke : nullptr));
     return context.tolerance;
 }
@@ -176,6 +179,7 @@ bool draw(const DrawCall& call, DrawProgress& progress) noexcept {
 
 bool drawPath(Context& context, Surface& surface, Path& path, VGbitfield paintModes,
               DrawProgress& progress) noexcept {
+    assert((paintModes & (VG_FILL_PATH | VG_STROKE_PATH)) == paintModes && paintModes != 0);
     return draw({context, surface, path, paintModes}, progress);
 }
 

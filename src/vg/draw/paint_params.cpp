@@ -1,3 +1,6 @@
+// Turns a paint object and the context's matrices into what the rasterizer wants: inverse matrix,
+// geometry and colour ramp of a gradient, or a texture.
+
 #include "vg/draw/paint_params.h"
 
 #include <algorithm>
@@ -32,8 +35,8 @@ raster::PaintKind kindOf(const Paint& paint) noexcept {
 AffineMap paintToSurface(Context& context, const PaintUse& use) noexcept {
     const VGMatrixMode paintMatrix =
         use.mode == VG_FILL_PATH ? VG_MATRIX_FILL_PAINT_TO_USER : VG_MATRIX_STROKE_PAINT_TO_USER;
-    return multiply(AffineMap(context.matrix(use.userMatrix).value),
-                    AffineMap(context.matrix(paintMatrix).value));
+    return multiply(AffineMap(context.matrix(use.userMatrix)),
+                    AffineMap(context.matrix(paintMatrix)));
 }
 
 raster::GradientGeometry geometryOf(const Paint& paint, raster::PaintKind kind) noexcept {

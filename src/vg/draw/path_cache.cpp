@@ -1,3 +1,6 @@
+// Two least-recently-used lists, of flattenings by tolerance and of stroke outlines by all that
+// they depend on, and one box. A linear search is enough for at most 32 entries.
+
 #include "vg/draw/path_cache.h"
 
 #include <algorithm>

@@ -6,7 +6,8 @@
 
 namespace vg {
 
-/// Values that were made for different keys, the last used first.
+/// A least-recently-used (LRU) cache: values that were made for different keys, in a list with the
+/// last used first.
 ///
 /// A value has `uint64_t serial`, another number each time it is made (0: none was), and
 /// `size_t byteCount() const`. There are at most kMaxEntries, and kMaxBytes in all; the first is

@@ -1,3 +1,5 @@
+// Fills once for each scissor rectangle that the polygon's box touches.
+
 #include "vg/draw/scissored_fill.h"
 
 #include <algorithm>

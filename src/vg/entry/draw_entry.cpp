@@ -1,3 +1,5 @@
+// What draws on the current surface: clears, paths, images.
+
 #include "vg/context.h"
 #include "vg/draw/clear.h"
 #include "vg/draw/draw_image.h"

@@ -8,13 +8,19 @@
 // The checks and steps that all entry points have in common.
 namespace vg {
 
-/// Does work that may run out of memory: once more after the context gave memory back, then the
-/// error is raised. `work` returns false, with nothing changed, when memory runs out.
+/// Does work that may run out of memory; when it does, once more after the context gave memory
+/// back. `work` returns false when memory runs out, and can then be done again.
 template <class Work>
-bool doOrRaise(Context& context, const Work& work) noexcept {
+[[nodiscard]] bool doTwice(Context& context, const Work& work) noexcept {
     if (work()) return true;
     context.recoverMemory();
-    if (work()) return true;
+    return work();
+}
+
+/// The same; the error is raised when the second try fails, too.
+template <class Work>
+bool doOrRaise(Context& context, const Work& work) noexcept {
+    if (doTwice(context, work)) return true;
     context.raise(VG_OUT_OF_MEMORY_ERROR);
     return false;
 }

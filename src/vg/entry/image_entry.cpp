@@ -1,3 +1,5 @@
+// Images, child images, and copies between images and the caller's memory.
+
 #include <new>
 
 #include "vg/context.h"

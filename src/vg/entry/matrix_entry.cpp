@@ -1,3 +1,5 @@
+// The matrix of the current matrix mode.
+
 #include "base/finite.h"
 #include "vg/context.h"
 #include "vg/param_values.h"
@@ -18,24 +20,18 @@ vg::Matrix3 readMatrix(const VGfloat* m, VGint matrixMode) noexcept {
     return matrix;
 }
 
-void replaceCurrentMatrix(vg::Context& context, const vg::Matrix3& value) noexcept {
-    vg::UserMatrix& matrix = context.currentMatrix();
-    matrix.value = value;
-    matrix.staleFlags = vg::UserMatrix::kInverseStale | vg::UserMatrix::kScalesStale;
-}
-
 }  // namespace
 
 void vgLoadIdentity() {
     vg::Context* context = vg::currentContext();
-    if (context != nullptr) context->currentMatrix().setIdentity();
+    if (context != nullptr) context->currentMatrix() = vg::Matrix3();
 }
 
 void vgLoadMatrix(const VGfloat* m) {
     vg::Context* context = vg::currentContext();
     if (context == nullptr) return;
     if (m == nullptr || !vg::isAligned(m)) return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
-    replaceCurrentMatrix(*context, readMatrix(m, context->matrixMode));
+    context->currentMatrix() = readMatrix(m, context->matrixMode);
 }
 
 void vgMultMatrix(const VGfloat* m) {
@@ -43,13 +39,13 @@ void vgMultMatrix(const VGfloat* m) {
     if (context == nullptr) return;
     if (m == nullptr || !vg::isAligned(m)) return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
     const vg::Matrix3 right = readMatrix(m, context->matrixMode);
-    replaceCurrentMatrix(*context, vg::multiply(context->currentMatrix().value, right));
+    context->currentMatrix() = vg::multiply(context->currentMatrix(), right);
 }
 
 void vgGetMatrix(VGfloat* m) {
     vg::Context* context = vg::currentContext();
     if (context == nullptr) return;
     if (m == nullptr || !vg::isAligned(m)) return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
-    const vg::Matrix3& matrix = context->currentMatrix().value;
+    const vg::Matrix3& matrix = context->currentMatrix();
     for (int i = 0; i < 9; ++i) m[i] = matrix.m[i % 3][i / 3];
 }

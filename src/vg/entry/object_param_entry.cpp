@@ -1,3 +1,5 @@
+// vgSetParameter and vgGetParameter: one table of rules for each kind of object.
+
 #include <algorithm>
 #include <iterator>
 

@@ -1,3 +1,5 @@
+// Paints, their colour and pattern, and which of them fills and strokes.
+
 #include <algorithm>
 #include <new>
 
@@ -44,14 +46,9 @@ VGuint toByte(float component) noexcept {
 VGPaint vgCreatePaint() {
     vg::Context* context = vg::currentContext();
     if (context == nullptr) return VG_INVALID_HANDLE;
-    vg::Paint* paint = createPaint(*context);
-    if (paint == nullptr) {
-        context->recoverMemory();
-        paint = createPaint(*context);
-    }
-    if (paint != nullptr) return paint->handle;
-    context->raise(VG_OUT_OF_MEMORY_ERROR);
-    return VG_INVALID_HANDLE;
+    vg::Paint* paint = nullptr;
+    vg::doOrRaise(*context, [&] { return (paint = createPaint(*context)) != nullptr; });
+    return paint != nullptr ? paint->handle : VG_INVALID_HANDLE;
 }
 
 void vgDestroyPaint(VGPaint handle) {

@@ -1,3 +1,5 @@
+// vgSet, vgGet and vgGetError.
+
 #include <utility>
 
 #include "vg/entry/param_rules.h"

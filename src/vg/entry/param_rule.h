@@ -4,7 +4,7 @@
 #include <type_traits>
 
 #include "base/array.h"
-#include "vg/context.h"
+#include "vg/entry/entry_checks.h"
 #include "vg/param_values.h"
 
 namespace vg {
@@ -108,9 +108,7 @@ void setParam(Context& context, Owner& owner, const ParamRule<Owner>* rule,
               const ParamInput& input) noexcept {
     if (rule == nullptr || !rule->accepts(input)) return context.raise(VG_ILLEGAL_ARGUMENT_ERROR);
     const auto store = rule->access.store;
-    if (store == nullptr || store(owner, input)) return;
-    context.recoverMemory();
-    if (!store(owner, input)) context.raise(VG_OUT_OF_MEMORY_ERROR);
+    if (store != nullptr) doOrRaise(context, [&] { return store(owner, input); });
 }
 
 /// Raises an error, and writes nothing, unless the rule exists and has as many values as asked for.

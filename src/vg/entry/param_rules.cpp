@@ -1,3 +1,5 @@
+// One row a context parameter, which setters and getters share, and an index by type.
+
 #include "vg/entry/param_rules.h"
 
 #include <algorithm>

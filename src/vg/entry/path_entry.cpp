@@ -1,3 +1,5 @@
+// Making, clearing and destroying paths, and calls that write into them.
+
 #include <new>
 
 #include "base/finite.h"
@@ -145,7 +147,7 @@ void vgTransformPath(VGPath destinationHandle, VGPath sourceHandle) {
         vg::findPair(*context, destinationHandle, VG_PATH_CAPABILITY_TRANSFORM_TO, sourceHandle,
                      VG_PATH_CAPABILITY_TRANSFORM_FROM);
     if (pair.destination == nullptr) return;
-    const vg::AffineMap map(context->matrix(VG_MATRIX_PATH_USER_TO_SURFACE).value);
+    const vg::AffineMap map(context->matrix(VG_MATRIX_PATH_USER_TO_SURFACE));
     vg::doOrRaise(*context,
                   [&] { return vg::transformPath(*pair.destination, *pair.source, map); });
 }
@@ -164,10 +166,8 @@ VGboolean vgInterpolatePath(VGPath destinationHandle, VGPath startHandle, VGPath
         return VG_FALSE;
     }
     const auto weight = static_cast<double>(base::finite(amount));
-    auto result = vg::Interpolation::kOutOfMemory;
-    vg::doOrRaise(*context, [&] {
-        result = vg::interpolate(*destination, *start, *end, weight);
-        return result != vg::Interpolation::kOutOfMemory;
-    });
-    return result == vg::Interpolation::kDone ? VG_TRUE : VG_FALSE;
+    if (!vg::canInterpolate(*start, *end)) return VG_FALSE;
+    const bool isDone = vg::doOrRaise(
+        *context, [&] { return vg::interpolate(*destination, *start, *end, weight); });
+    return isDone ? VG_TRUE : VG_FALSE;
 }

@@ -1,3 +1,5 @@
+// What paths are asked: their boxes, their length, a point along them.
+
 #include "base/finite.h"
 #include "vg/context.h"
 #include "vg/entry/path_checks.h"
@@ -27,9 +29,8 @@ void storeBounds(VGPath handle, VGbitfield capability, bool isTransformed, VGflo
             return context->raise(VG_ILLEGAL_ARGUMENT_ERROR);
         }
     }
-    const AffineMap map = isTransformed
-                              ? AffineMap(context->matrix(VG_MATRIX_PATH_USER_TO_SURFACE).value)
-                              : AffineMap();
+    const AffineMap map =
+        isTransformed ? AffineMap(context->matrix(VG_MATRIX_PATH_USER_TO_SURFACE)) : AffineMap();
     const Bounds bounds = boundsOf(*path, map);
     if (bounds.isEmpty()) {
         storePair({0.0, 0.0}, minX, minY);

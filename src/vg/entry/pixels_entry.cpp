@@ -1,3 +1,5 @@
+// Copies between the current surface, images and the caller's memory.
+
 #include "vg/context.h"
 #include "vg/draw/scissored_fill.h"
 #include "vg/entry/image_checks.h"

@@ -33,9 +33,7 @@ VGUErrorCode appendShape(VGPath handle, bool areArgumentsLegal, const Draw& draw
         writer.commit();
         return true;
     };
-    if (append()) return VGU_NO_ERROR;
-    context->recoverMemory();
-    return append() ? VGU_NO_ERROR : VGU_OUT_OF_MEMORY_ERROR;
+    return doTwice(*context, append) ? VGU_NO_ERROR : VGU_OUT_OF_MEMORY_ERROR;
 }
 
 /// A float argument, without infinities and NaN.

@@ -1,3 +1,7 @@
+// Arcs between their end point form and their centre form, as path data of SVG converts them, but
+// computed from half angles so that neither short arcs of huge ellipses nor half turns lose
+// digits.
+
 #include "vg/geometry/arc.h"
 
 #include <algorithm>

@@ -1,3 +1,7 @@
+// Step counts from bounds on the second derivative: G. Wang, "The subdivision method for finding
+// the intersection between two Bezier curves or surfaces", 1984, and a sharper one for curves
+// along their chord.
+
 #include "vg/geometry/curve_segments.h"
 
 #include <algorithm>

@@ -21,8 +21,8 @@ inline constexpr int32_t kMaxCurveSegments = 4096;
 /// the chord, since their two weights never add up to more.
 bool isFlat(const Bezier& curve, const FlatteningTolerance& tolerance) noexcept;
 
-/// sqrt(3 M / g) / 2, where M is the larger second difference: between the ends of a step h a
-/// curve leaves its chord by at most h^2 / 8 max |f''|, and |f''| <= 6 M.
+/// Wang's bound, sqrt(3 M / g) / 2, where M is the larger second difference: between the ends of a
+/// step h a curve leaves its chord by at most h^2 / 8 max |f''|, and |f''| <= 6 M.
 double uniformSegments(const Bezier& curve, const FlatteningTolerance& tolerance) noexcept;
 
 /// As uniformSegments(), but hardly counting the second differences along the chord, which change

@@ -44,7 +44,7 @@ inline SinCos turnedByQuarters(SinCos value, int quarters) noexcept {
     }
 }
 
-/// For angles of a few turns, in radians.
+/// For angles of a few turns, in radians; pi / 2 is subtracted in two parts (Cody and Waite).
 inline SinCos sinCos(double radians) noexcept {
     constexpr double kHalfPi = kPi / 2;
     constexpr double kHalfPiRest = 6.123233995736766e-17;  // pi / 2 - kHalfPi

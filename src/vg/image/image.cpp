@@ -1,5 +1,7 @@
 #include "vg/image/image.h"
 
+#include <cassert>
+#include <limits>
 #include <utility>
 
 namespace vg {
@@ -15,11 +17,13 @@ Image::~Image() {
 }
 
 bool Image::allocate(VGint imageFormat, VGint imageWidth, VGint imageHeight) noexcept {
+    assert(imageWidth > 0 && imageHeight > 0);
     subKind = format = imageFormat;
     width = imageWidth;
     height = imageHeight;
     const int64_t bits = int64_t{width} * descriptor().bitsPerPixel;
     stride = static_cast<VGint>((bits + 31) / 32 * 4);
+    assert(int64_t{stride} * height <= std::numeric_limits<VGint>::max());
     const VGint bytes = stride * height;
     if (!storage.reserve(bytes) || !storage.resizeZeroed(bytes)) return false;
     storageStart = pixels = storage.data();
@@ -27,6 +31,8 @@ bool Image::allocate(VGint imageFormat, VGint imageWidth, VGint imageHeight) noe
 }
 
 void Image::share(Image& ancestor, const raster::PixelRect& rect) noexcept {
+    assert(0 <= rect.x0 && rect.x0 < rect.x1 && rect.x1 <= ancestor.width);
+    assert(0 <= rect.y0 && rect.y0 < rect.y1 && rect.y1 <= ancestor.height);
     retain(&ancestor);
     parent = &ancestor;
     subKind = format = ancestor.format;

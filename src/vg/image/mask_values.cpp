@@ -1,6 +1,10 @@
+// Combines masks in chunks of pixels converted to bytes, in units of 1/255: the union is
+// 1 - (1 - a)(1 - b), the intersection a b, the difference a (1 - b).
+
 #include "vg/image/mask_values.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "vg/raster/pixels/pixel_io.h"
 
@@ -62,11 +66,13 @@ const raster::PixelFormatDescriptor& maskFormat() noexcept {
 }
 
 void setMask(const PixelArea& mask, VGint operation, const raster::PixelRect& rect) noexcept {
+    assert(!takesValues(operation));
     fillArea(mask, rect, operation == VG_FILL_MASK ? kFullMask : 0U);
 }
 
 void combineMask(const PixelArea& mask, VGint operation, const ConstPixelArea& from,
                  const PixelCopy& copy) noexcept {
+    assert(takesValues(operation));
     constexpr int32_t kChunk = 128;
     const PixelCopy part = clipCopy(mask, from, copy, wholeOf(mask));
     const raster::PixelFormatDescriptor& bytes = byteFormatFor(*from.format);

@@ -1,3 +1,6 @@
+// Copies rectangles between formats row by row, clipped against both areas; overlapping ones go by
+// way of a buffer.
+
 #include "vg/image/pixel_area.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// Inverts by Cramer's rule in double, and measures each determinant against the sizes of its
+// products: a difference that is nothing but their rounding counts as 0.
+
 #include "vg/paint/inverse_map.h"
 
 #include <algorithm>

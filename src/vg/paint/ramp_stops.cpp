@@ -1,3 +1,5 @@
+// Sorts out which of the given stops are used, in one pass, and adds the missing ends.
+
 #include "vg/paint/ramp_stops.h"
 
 #include <algorithm>

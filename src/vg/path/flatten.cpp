@@ -1,3 +1,7 @@
+// Flattens curves into points at equal steps of their parameter, as many as Wang's bound asks for
+// (curve_segments.h), after halving long curves by de Casteljau's algorithm where that saves
+// points. Inner points are moved outwards to keep the enclosed area.
+
 #include "vg/path/flatten.h"
 
 #include <algorithm>

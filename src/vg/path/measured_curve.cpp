@@ -1,6 +1,10 @@
+// Arc lengths by adaptive Gauss-Legendre quadrature of the speed; the parameter at a length by
+// bisection.
+
 #include "vg/path/measured_curve.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vg {
 
@@ -21,6 +25,7 @@ Bezier bezierOf(const Segment& segment) noexcept {
 
 MeasuredCurve::MeasuredCurve(const Segment& segment) noexcept
     : from_(segment.from), to_(segment.to), polynomial_(bezierOf(segment)) {
+    assert(segment.kind != Segment::Kind::kMove);
     isArc_ =
         segment.kind == Segment::Kind::kArc && toCenterForm(segment.arc(), arc_) == ArcKind::kArc;
     isLine_ = !isArc_ && segment.kind != Segment::Kind::kQuadratic &&
@@ -84,6 +89,7 @@ double MeasuredCurve::lengthBetween(double u0, double u1, double estimate,
 
 double MeasuredCurve::parameterAt(double distance) const noexcept {
     const double whole = length();
+    assert(0.0 <= distance && distance <= whole);
     if (!(whole > 0.0)) return 0.0;
     if (isLine_) return distance / whole;
     double low = 0.0;

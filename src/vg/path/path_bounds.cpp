@@ -1,3 +1,5 @@
+// Tight boxes: end points, and the places where the derivative of a curve vanishes in x or in y.
+
 #include "vg/path/path_bounds.h"
 
 #include <cmath>
@@ -10,7 +12,8 @@ namespace vg {
 
 namespace {
 
-/// Roots of a t^2 + b t + c, without the cancellation of the school formula; returns their count.
+/// Roots of a t^2 + b t + c, the second one as c / q so that nothing cancels (Numerical Recipes,
+/// 5.6); returns their count.
 /// Roots that do not exist may come out as infinities or NaN.
 int solveQuadratic(double a, double b, double c, double roots[2]) noexcept {
     const double discriminant = b * b - 4.0 * a * c;

@@ -1,6 +1,10 @@
+// Converts coordinates between the four datatypes and user space, by memcpy: data has no
+// alignment.
+
 #include "vg/path/path_coordinates.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -65,6 +69,7 @@ void loadCoordinates(const Path& path, int32_t first, int32_t count, double* val
 }
 
 void storeCoordinates(Path& path, int32_t first, int32_t count, const double* values) noexcept {
+    assert(offsetOf(path, first + count) <= path.data.count());
     switch (path.datatype) {
         case VG_PATH_DATATYPE_S_8:
             return storeAs<int8_t>(path, first, count, values);

@@ -1,3 +1,5 @@
+// Appends coordinates as bytes where the storage is alike, else by way of user coordinates.
+
 #include "vg/path/path_edit.h"
 
 #include <cassert>

@@ -1,4 +1,8 @@
+// Interpolates linearly between the absolute coordinates of two paths, segment by segment.
+
 #include "vg/path/path_interpolate.h"
+
+#include <cassert>
 
 #include "vg/path/path_writer.h"
 #include "vg/path/segment_reader.h"
@@ -41,23 +45,28 @@ bool appendBetween(PathWriter& writer, const Segment& start, const Segment& end,
 
 }  // namespace
 
-Interpolation interpolate(Path& destination, const Path& startPath, const Path& endPath,
-                          double amount) noexcept {
-    PathWriter writer(destination);
+bool canInterpolate(const Path& startPath, const Path& endPath) noexcept {
     SegmentReader start(startPath);
     SegmentReader end(endPath);
     for (;;) {
         const bool hasStart = start.next();
         const bool hasEnd = end.next();
-        if (hasStart != hasEnd) return Interpolation::kIncompatible;
-        if (!hasStart) break;
-        if (start.segment().kind != end.segment().kind) return Interpolation::kIncompatible;
-        if (!appendBetween(writer, start.segment(), end.segment(), amount)) {
-            return Interpolation::kOutOfMemory;
-        }
+        if (!hasStart || !hasEnd) return hasStart == hasEnd;
+        if (start.segment().kind != end.segment().kind) return false;
+    }
+}
+
+bool interpolate(Path& destination, const Path& startPath, const Path& endPath,
+                 double amount) noexcept {
+    PathWriter writer(destination);
+    SegmentReader start(startPath);
+    SegmentReader end(endPath);
+    while (start.next() && end.next()) {
+        assert(start.segment().kind == end.segment().kind);
+        if (!appendBetween(writer, start.segment(), end.segment(), amount)) return false;
     }
     writer.commit();
-    return Interpolation::kDone;
+    return true;
 }
 
 }  // namespace vg

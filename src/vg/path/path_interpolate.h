@@ -4,15 +4,13 @@
 
 namespace vg {
 
-enum class Interpolation {
-    kDone,
-    kIncompatible,  ///< the two paths differ in their kinds of segments
-    kOutOfMemory,
-};
+/// Whether both paths have the same kinds of segments in the same order.
+bool canInterpolate(const Path& startPath, const Path& endPath) noexcept;
 
 /// Appends the path in between two others: the first at amount 0, the second at 1, beyond them
-/// elsewhere. Unless it is done the destination is as it was.
-Interpolation interpolate(Path& destination, const Path& startPath, const Path& endPath,
-                          double amount) noexcept;
+/// elsewhere. False, with the destination as it was, when memory runs out. Precondition:
+/// canInterpolate().
+[[nodiscard]] bool interpolate(Path& destination, const Path& startPath, const Path& endPath,
+                               double amount) noexcept;
 
 }  // namespace vg

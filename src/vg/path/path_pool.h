@@ -7,7 +7,8 @@ namespace vg {
 
 struct Path;
 
-/// Destroyed paths, whose memory serves those made next: documents make and free many small ones.
+/// A free list of destroyed paths, whose memory serves those made next: documents make and free
+/// many small ones.
 class PathPool {
 public:
     static constexpr int32_t kMaxPaths = 128;

@@ -1,3 +1,6 @@
+// Maps control points; an arc gets the ellipse that the map makes of its own, from a singular
+// value decomposition, and turns the other way under a map that mirrors.
+
 #include "vg/path/path_transform.h"
 
 #include "vg/path/path_writer.h"

@@ -1,3 +1,6 @@
+// Resolves relative coordinates, shorthand lines and reflected control points one command at a
+// time; a segment that leaves the range of floats is skipped with the state as it was.
+
 #include "vg/path/segment_reader.h"
 
 #include "vg/path/path_coordinates.h"

@@ -7,6 +7,7 @@
 #include "vg/stroke/centre_line.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 
@@ -237,6 +238,7 @@ bool dropNearControls(Bezier& curve, double nearby) noexcept {
 CentreLineReader::CentreLineReader(const Path& path, double halfWidth, double flatness,
                                    base::Array<StrokeEdge>& edges) noexcept
     : reader_(path), steps_{halfWidth, flatness, kMaxFlattenedPoints}, edges_(edges) {
+    assert(halfWidth > 0.0);
     edges.clearFailure();
 }
 

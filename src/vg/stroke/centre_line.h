@@ -33,7 +33,8 @@ public:
     /// Half of the largest float: the other half is left for what a stroke adds.
     static constexpr double kLargestCoordinate = 0x1p127;
 
-    /// Works in `edges`, which must outlive the reader. Precondition: both lengths are above 0.
+    /// Works in `edges`, which must outlive the reader. Precondition: halfWidth > 0. A
+    /// flatness that is not above 0 asks for the most steps.
     CentreLineReader(const Path& path, double halfWidth, double flatness,
                      base::Array<StrokeEdge>& edges) noexcept;
 

@@ -1,3 +1,6 @@
+// Walks the pattern and the edges of a subpath side by side: intervals of the pattern that are on,
+// found by a binary search for the phase once a subpath, cut pieces out of the edges they cover.
+
 #include "vg/stroke/dasher.h"
 
 #include <algorithm>

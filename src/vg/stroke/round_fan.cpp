@@ -1,6 +1,9 @@
+// Places points on a circle by rotating the radius step by step: one sine and cosine an arc.
+
 #include "vg/stroke/round_fan.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace vg {
@@ -22,7 +25,9 @@ double largestStep(double radius, double flatness) noexcept {
 RoundFan::RoundFan(double radius, double flatness) noexcept
     : step_(largestStep(radius, flatness)),
       stepCosine_(std::max(sinCos(step_).cos, 0.0)),
-      halfTurnSteps_(stepsOf(kPi)) {}
+      halfTurnSteps_(stepsOf(kPi)) {
+    assert(radius > 0.0);
+}
 
 // Where the path turns back, cross(from, to) is 0 up to rounding: the caller knows the way round.
 void RoundFan::addTurn(Vector2 center, Vector2 from, Vector2 to, Way way,

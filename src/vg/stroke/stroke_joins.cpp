@@ -1,3 +1,6 @@
+// Decides both sides of a corner from the squared length of the sum of its two normals alone, 2
+// h^2 (1 + cos(phi)): no angle is computed unless a round join needs points.
+
 #include "vg/stroke/stroke_joins.h"
 
 #include <algorithm>

@@ -18,7 +18,7 @@ void StrokeState::setMiterLimit(float limit) noexcept {
 }
 
 void StrokeState::updateMiterLength() noexcept {
-    miterLength = base::finite(halfWidth * miterLimit);
+    const float miterLength = base::finite(halfWidth * miterLimit);
     miterLengthSquared = base::finite(miterLength * miterLength);
 }
 

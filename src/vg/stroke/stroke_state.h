@@ -18,8 +18,7 @@ struct StrokeState {
     bool dashPhaseReset = false;
 
     float halfWidth = 0.5F;
-    float miterLength = 2.0F;  ///< halfWidth * miterLimit
-    float miterLengthSquared = 4.0F;
+    float miterLengthSquared = 4.0F;     ///< (halfWidth * miterLimit)^2, finite
     base::Array<float> effectiveDashes;  ///< even count, none negative
     float dashTotal = 0.0F;              ///< sum of effectiveDashes; 0 means no dashing
 

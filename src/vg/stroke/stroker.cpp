@@ -1,3 +1,8 @@
+// Strokes by offset curves: one pass over the edges of a run writes the left side into the outline
+// and the right side into a buffer, which is appended backwards at the end. Inner sides of joins
+// and curves bent within half the width are completed so that the non-zero rule fills the union of
+// what every edge sweeps.
+
 #include "vg/stroke/stroker.h"
 
 #include <algorithm>

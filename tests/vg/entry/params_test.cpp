@@ -297,11 +297,10 @@ TEST_F(Params, StrokeValuesFollowWidthAndMiterLimit) {
     const StrokeState& stroke = context->stroke;
     vgSeti(VG_STROKE_MITER_LIMIT, 0);
     EXPECT_EQ(vgGetf(VG_STROKE_MITER_LIMIT), 1.0F);
-    EXPECT_EQ(stroke.miterLength, 0.5F);
+    EXPECT_EQ(stroke.miterLengthSquared, 0.25F);
     vgSetf(VG_STROKE_LINE_WIDTH, 6.0F);
     vgSetf(VG_STROKE_MITER_LIMIT, 3.0F);
     EXPECT_EQ(stroke.halfWidth, 3.0F);
-    EXPECT_EQ(stroke.miterLength, 9.0F);
     EXPECT_EQ(stroke.miterLengthSquared, 81.0F);
     vgSetf(VG_STROKE_LINE_WIDTH, 1e30F);
     EXPECT_TRUE(std::isfinite(stroke.miterLengthSquared));
