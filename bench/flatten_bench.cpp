@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "vg/engine.h"
-#include "vg/flatten.h"
-#include "vg/path.h"
-#include "vg/tolerance.h"
+#include "vg/geometry/tolerance.h"
+#include "vg/path/flatten.h"
+#include "vg/path/path.h"
 #include "vg/vg.h"
 
 namespace vg {

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <random>
 
-#include "vg/path.h"
-#include "vg/path_writer.h"
-#include "vg/stroker.h"
+#include "vg/path/path.h"
+#include "vg/path/path_writer.h"
+#include "vg/stroke/stroker.h"
 
 namespace vg {
 namespace {

@@ -1,3 +1,5 @@
+// Reads KEY VALUE lines; what it does not know it ignores.
+
 #include "vg/config_file.h"
 
 #include <algorithm>

@@ -1,19 +1,10 @@
 #include "vg/context.h"
 
-#include <utility>
-
-#include "base/finite.h"
-#include "vg/image.h"
-#include "vg/paint.h"
-#include "vg/path.h"
+#include "vg/image/image.h"
+#include "vg/paint/paint.h"
+#include "vg/path/path.h"
 
 namespace vg {
-
-void StrokeState::updateDerived() noexcept {
-    halfWidth = lineWidth * 0.5F;
-    miterLength = base::finite(halfWidth * miterLimit);
-    miterLengthSquared = base::finite(miterLength * miterLength);
-}
 
 Path* Context::findPath(VGPath handle) const noexcept {
     return static_cast<Path*>(shared->objects.find(handle, contextId, ObjectKind::kPath));
@@ -60,9 +51,3 @@ void Context::recoverMemory() noexcept {
 }
 
 }  // namespace vg
-
-VGErrorCode vgGetError() {
-    vg::Context* context = vg::currentPair();
-    if (context == nullptr) return VG_NO_CONTEXT_ERROR;
-    return std::exchange(context->error, VG_NO_ERROR);
-}

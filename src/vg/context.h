@@ -5,14 +5,15 @@
 #include "base/array.h"
 #include "vg/config_file.h"
 #include "vg/engine.h"
-#include "vg/matrix.h"
+#include "vg/geometry/matrix.h"
+#include "vg/geometry/tolerance.h"
 #include "vg/object_handles.h"
-#include "vg/path_pool.h"
+#include "vg/path/path_pool.h"
 #include "vg/raster/geometry/scissor.h"
 #include "vg/raster/rasterizer.h"
-#include "vg/stroker.h"
+#include "vg/stroke/stroke_state.h"
+#include "vg/stroke/stroker.h"
 #include "vg/surface.h"
-#include "vg/tolerance.h"
 #include "vg/vg.h"
 
 namespace vg {
@@ -26,26 +27,6 @@ struct SharedResources {
     uint32_t references = 1;
     ObjectTable objects;
     PathPool sparePaths;
-};
-
-/// Stroke parameters as set, and the values derived from them.
-struct StrokeState {
-    float lineWidth = 1.0F;
-    VGint startCap = VG_CAP_BUTT;
-    VGint endCap = VG_CAP_BUTT;
-    VGint join = VG_JOIN_MITER;
-    float miterLimit = 4.0F;         ///< never below 1
-    base::Array<float> dashPattern;  ///< as given
-    float dashPhase = 0.0F;
-    bool dashPhaseReset = false;
-
-    float halfWidth = 0.5F;
-    float miterLength = 2.0F;  ///< halfWidth * miterLimit
-    float miterLengthSquared = 4.0F;
-    base::Array<float> effectiveDashes;  ///< even count, none negative
-    float dashTotal = 0.0F;              ///< sum of effectiveDashes; 0 means no dashing
-
-    void updateDerived() noexcept;
 };
 
 /// The four scales and four biases of a colour transform.
@@ -85,12 +66,11 @@ struct Context {
     VGErrorCode error = VG_NO_ERROR;  ///< the first one since vgGetError
 
     // Matrices, in the order of VGMatrixMode
-    UserMatrix matrices[kMatrixCount];
+    Matrix3 matrices[kMatrixCount];
 
     // Derived
     ColorTransform effectiveColorTransform;  ///< the identity while the transform is disabled
     FlatteningTolerance tolerance;
-    base::Array<int16_t> gaussianWork[2];
     raster::Rasterizer rasterizer;
     raster::Scissor scissor;         ///< see scissorFor()
     base::Array<uint8_t> pixelWork;  ///< pixels on their way from an area to one that it overlaps
@@ -113,10 +93,10 @@ struct Context {
 
     static constexpr uint32_t kLiveTag = 6;
 
-    UserMatrix& matrix(VGMatrixMode mode) noexcept {
+    Matrix3& matrix(VGMatrixMode mode) noexcept {
         return matrices[mode - VG_MATRIX_PATH_USER_TO_SURFACE];
     }
-    UserMatrix& currentMatrix() noexcept {
+    Matrix3& currentMatrix() noexcept {
         return matrices[matrixMode - VG_MATRIX_PATH_USER_TO_SURFACE];
     }
 
@@ -139,7 +119,9 @@ struct Context {
     void recoverMemory() noexcept;
 };
 
-/// The context of the current pair, or null when no pair is current.
-Context* currentPair() noexcept;
+/// What draws on the surface are masked with: null unless masking is on and the surface has a mask.
+inline const uint8_t* activeMask(const Context& context, const Surface& surface) noexcept {
+    return context.masking && surface.hasMask ? surface.mask.data() : nullptr;
+}
 
 }  // namespace vg

@@ -1,10 +1,13 @@
-#include "vg/context_table.h"
+// The process-wide table of contexts.
+
+#include "vg/context.h"
 
 #include <algorithm>
 #include <array>
 #include <new>
 
-#include "vg/paint.h"
+#include "vg/current_pair.h"
+#include "vg/paint/paint.h"
 
 namespace vg {
 namespace {
@@ -12,18 +15,7 @@ namespace {
 constexpr int kScissorCapacity = 16;  // integers
 constexpr int kDashCapacity = 8;      // floats
 
-/// A Gaussian kernel reaches three standard deviations to each side of its centre.
-constexpr int kGaussianWorkSize = 6 * kMaxGaussianStdDeviation + 1;
-
-static_assert(kMaxContexts == 1U << (32 - ObjectTable::kIndexBits));
-
-std::array<Context*, kMaxContexts> contexts;
-
-/// Both set or both null.
-struct {
-    Context* context = nullptr;
-    Surface* surface = nullptr;
-} current;
+std::array<Context*, ObjectTable::kMaxContextIds> contexts;
 
 bool isLive(const Context* context) noexcept {
     if (context == nullptr) return false;
@@ -55,9 +47,7 @@ bool attachResources(Context& context, Context* share) noexcept {
 bool allocateArrays(Context& context) noexcept {
     return context.scissorRects.reserve(kScissorCapacity) &&
            context.stroke.dashPattern.reserve(kDashCapacity) &&
-           context.stroke.effectiveDashes.reserve(kDashCapacity) &&
-           context.gaussianWork[0].resizeZeroed(kGaussianWorkSize) &&
-           context.gaussianWork[1].resizeZeroed(kGaussianWorkSize);
+           context.stroke.effectiveDashes.reserve(kDashCapacity);
 }
 
 void freeContext(Context* context) noexcept {
@@ -95,7 +85,7 @@ Context* createContext(Context* share) noexcept {
 
 void destroyContext(Context* context) noexcept {
     if (!isLive(context)) return;
-    if (current.context == context) current = {};
+    if (currentPair.context == context) currentPair = {};
     context->typeTag = 0;
     if (--context->useCount > 0) return;
     emptySlot(context);
@@ -106,18 +96,8 @@ bool makeCurrent(Context* context, Surface* surface) noexcept {
     const bool isPair = isLive(context) && surface != nullptr;
     const bool isNothing = context == nullptr && surface == nullptr;
     if (!isPair && !isNothing) return false;
-    current = {context, surface};
+    currentPair = {context, surface};
     return true;
 }
-
-void unbindSurface(const Surface* surface) noexcept {
-    if (current.surface == surface) current = {};
-}
-
-Context* currentContext() noexcept { return current.context; }
-
-Surface* currentSurface() noexcept { return current.surface; }
-
-Context* currentPair() noexcept { return current.context; }
 
 }  // namespace vg

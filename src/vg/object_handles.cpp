@@ -1,5 +1,8 @@
+// A slot table with a free list: the slot that was freed last is used first.
+
 #include "vg/object_handles.h"
 
+#include <cassert>
 #include <limits>
 #include <utility>
 
@@ -71,6 +74,7 @@ void ObjectTable::releaseCaches() const noexcept {
 }
 
 Object* ObjectTable::take(VGHandle handle) noexcept {
+    assert(entries_[indexOf(handle)] != nullptr);
     freeIndices_.pushReserved(handle & kIndexMask);
     return std::exchange(entries_[indexOf(handle)], nullptr);
 }

@@ -7,7 +7,7 @@
 
 namespace vg {
 
-enum class ObjectKind : uint32_t { kPath = 1, kImage = 2, kPaint = 3, kMaskLayer = 4, kFont = 5 };
+enum class ObjectKind : uint32_t { kPath = 1, kImage = 2, kPaint = 3, kMaskLayer = 4 };
 
 /// The head of every engine object. Objects are counted: one reference belongs to the handle
 /// table, one to each place of a context that has the object set.
@@ -35,6 +35,9 @@ class ObjectTable {
 public:
     static constexpr int kIndexBits = 26;
     static constexpr uint32_t kIndexMask = (1U << kIndexBits) - 1;
+
+    /// As many families of contexts as the other bits can tell apart.
+    static constexpr uint32_t kMaxContextIds = 1U << (32 - kIndexBits);
 
     ObjectTable() noexcept = default;
     ~ObjectTable();  ///< releases every object left

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -17,6 +18,7 @@ inline bool isAligned(const void* array) noexcept {
 
 /// Rounds down; beyond the range of an integer the nearest one. Precondition: value is finite.
 inline VGint floorToInteger(float value) noexcept {
+    assert(std::isfinite(value));
     const double floored = std::floor(static_cast<double>(value));
     constexpr double kLeast = std::numeric_limits<VGint>::min();
     constexpr double kGreatest = std::numeric_limits<VGint>::max();

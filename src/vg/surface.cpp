@@ -1,11 +1,13 @@
+// Surfaces, and the functions of engine.h that concern them.
+
 #include "vg/surface.h"
 
 #include <algorithm>
+#include <cassert>
 #include <new>
 
-#include "vg/context.h"
-#include "vg/context_table.h"
-#include "vg/mask_values.h"
+#include "vg/current_pair.h"
+#include "vg/image/mask_values.h"
 
 namespace vg {
 namespace {
@@ -26,12 +28,9 @@ bool Surface::isLinear() const noexcept {
 }
 
 PixelArea Surface::maskArea() noexcept {
+    assert(hasMask);
     uint8_t* const lowest = mask.data() + int64_t{height - 1} * width;
     return {lowest, -int64_t{width}, &maskFormat(), width, height};
-}
-
-const uint8_t* activeMask(const Context& context, const Surface& surface) noexcept {
-    return context.masking && surface.hasMask ? surface.mask.data() : nullptr;
 }
 
 Surface* createSurface(int32_t width, int32_t height, const SurfaceFlags& flags) noexcept {
@@ -48,7 +47,7 @@ Surface* createSurface(int32_t width, int32_t height, const SurfaceFlags& flags)
 
 void destroySurface(Surface* surface) noexcept {
     if (surface == nullptr) return;
-    unbindSurface(surface);
+    if (currentPair.surface == surface) currentPair = {};
     delete surface;
 }
 

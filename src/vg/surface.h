@@ -2,14 +2,12 @@
 
 #include "base/array.h"
 #include "vg/engine.h"
-#include "vg/pixel_area.h"
-#include "vg/pixel_memory.h"
+#include "vg/image/pixel_area.h"
+#include "vg/image/pixel_memory.h"
 #include "vg/raster/pixels/pixel_surface.h"
 #include "vg/raster/span/pending_clear.h"
 
 namespace vg {
-
-struct Context;
 
 /// Pixel memory that a context draws on, in a 32-bit ARGB format.
 struct Surface {
@@ -45,8 +43,5 @@ struct Surface {
     /// The mask as pixels of VG_A_8. Precondition: hasMask.
     PixelArea maskArea() noexcept;
 };
-
-/// What draws on the surface are masked with: null unless masking is on and the surface has a mask.
-const uint8_t* activeMask(const Context& context, const Surface& surface) noexcept;
 
 }  // namespace vg

@@ -12,9 +12,9 @@
 #include "failing_allocator.h"
 #include "quor/quor.h"
 #include "vg/context.h"
-#include "vg/paint.h"
-#include "vg/path.h"
-#include "vg/path_cache.h"
+#include "vg/draw/path_cache.h"
+#include "vg/paint/paint.h"
+#include "vg/path/path.h"
 
 namespace {
 
@@ -48,8 +48,10 @@ uint64_t makeCount() {
     uint64_t count = 0;
     for (VGHandle index = 1; index < 4096; ++index) {
         const VGHandle handle = context.contextId << vg::ObjectTable::kIndexBits | index;
-        if (const vg::Path* path = context.findPath(handle); path != nullptr && path->cache) {
-            count += path->cache->flattenings.makeCount() + path->cache->strokes.makeCount();
+        if (const vg::Path* path = context.findPath(handle);
+            path != nullptr && vg::cacheOf(*path) != nullptr) {
+            count += vg::cacheOf(*path)->flattenings.makeCount() +
+                     vg::cacheOf(*path)->strokes.makeCount();
         }
         if (const vg::Paint* paint = context.findPaint(handle)) count += paint->ramps.buildCount();
     }

@@ -4,9 +4,8 @@
 
 #include <vector>
 
-#include "engine_fixture.h"
-#include "vg/context_table.h"
-#include "vg/paint.h"
+#include "vg/engine_fixture.h"
+#include "vg/paint/paint.h"
 
 namespace vg {
 namespace {
@@ -26,7 +25,7 @@ struct ContextTable : testing::Test {
 };
 
 TEST_F(ContextTable, HoldsSixtyFourContextsAndReusesTheLowestSlot) {
-    for (uint32_t i = 0; i < kMaxContexts; ++i) {
+    for (uint32_t i = 0; i < ObjectTable::kMaxContextIds; ++i) {
         ASSERT_NE(make(), nullptr);
         EXPECT_EQ(made[i]->slot, i);
         EXPECT_EQ(made[i]->contextId, i);
@@ -96,7 +95,7 @@ TEST(CurrentPair, IsBothOrNothingAndNeverDangles) {
     Surface* surface = createSurface(2, 2, kPremultiplied);
     EXPECT_FALSE(makeCurrent(context, nullptr));
     EXPECT_FALSE(makeCurrent(nullptr, surface));
-    EXPECT_EQ(currentPair(), nullptr);
+    EXPECT_EQ(currentContext(), nullptr);
     EXPECT_TRUE(makeCurrent(context, surface));
     EXPECT_FALSE(makeCurrent(context, nullptr));
     EXPECT_EQ(currentContext(), context);
@@ -106,13 +105,13 @@ TEST(CurrentPair, IsBothOrNothingAndNeverDangles) {
 
     makeCurrent(context, surface);
     destroySurface(surface);
-    EXPECT_EQ(currentPair(), nullptr);
+    EXPECT_EQ(currentContext(), nullptr);
     EXPECT_EQ(currentSurface(), nullptr);
 
     surface = createSurface(2, 2, kPremultiplied);
     makeCurrent(context, surface);
     destroyContext(context);
-    EXPECT_EQ(currentPair(), nullptr);
+    EXPECT_EQ(currentContext(), nullptr);
     EXPECT_EQ(currentSurface(), nullptr);
     destroySurface(surface);
 }

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <climits>
 
-#include "engine_fixture.h"
+#include "vg/engine_fixture.h"
 
 namespace vg {
 namespace {

@@ -1,6 +1,6 @@
 #include "library_fixture.h"
 #include "vg/context.h"
-#include "vg/paint.h"
+#include "vg/paint/paint.h"
 
 namespace {
 
@@ -262,7 +262,7 @@ TEST_F(GradientDraw, OpacitiesInTurnBuildNoRampsTwice) {
                           linear("") +
                               "<g fill='url(#g)'><rect width='8' height='2' fill-opacity='.5'/>"
                               "<rect y='2' width='8' height='2' fill-opacity='.25'/></g>");
-    const auto builds = [] { return vg::currentPair()->fillPaint->ramps.buildCount(); };
+    const auto builds = [] { return vg::currentContext()->fillPaint->ramps.buildCount(); };
     EXPECT_EQ(QUOR_NO_ERROR, picture.draw());
     EXPECT_EQ(2U, builds());
     for (int i = 0; i < 3; ++i) EXPECT_EQ(QUOR_NO_ERROR, picture.draw());
