@@ -14,8 +14,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 struct PathQueryTest : EngineFixture {
     VGPath create(const Commands& commands) {
-        const VGPath path = vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1, 0, 0, 0,
-                                         VG_PATH_CAPABILITY_ALL);
+        const VGPath path = createPath();
         appendAll(*context->findPath(path), commands);
         return path;
     }
