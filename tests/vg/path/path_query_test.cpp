@@ -184,6 +184,12 @@ TEST_F(PathQueryTest, PointsAlongSpecialPaths) {
     vgPointAlongPath(path, 0, 5, 1, &only, nullptr, nullptr, nullptr);
     EXPECT_EQ(only, -9) << "a point is written whole or not at all";
     EXPECT_EQ(vgGetError(), VG_NO_ERROR);
+    vgRemovePathCapabilities(path, VG_PATH_CAPABILITY_TANGENT_ALONG_PATH);
+    VGfloat v[4] = {};
+    vgPointAlongPath(path, 0, 5, 2, v, v + 1, v + 2, v + 3);
+    EXPECT_EQ(vgGetError(), VG_PATH_CAPABILITY_ERROR) << "each of the two must be allowed";
+    vgPointAlongPath(path, 0, 5, 2, v, v + 1, nullptr, nullptr);
+    EXPECT_EQ(vgGetError(), VG_NO_ERROR);
 }
 
 }  // namespace
