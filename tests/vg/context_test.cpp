@@ -6,6 +6,7 @@
 
 #include "vg/engine_fixture.h"
 #include "vg/paint/paint.h"
+#include "vg/vgu.h"
 
 namespace vg {
 namespace {
@@ -116,7 +117,12 @@ TEST(CurrentPair, IsBothOrNothingAndNeverDangles) {
     destroySurface(surface);
 }
 
-TEST(CurrentPair, WithoutOneEntryPointsGiveTheirFailureValue) {
+struct WithoutCurrentPair : EngineFixture {};
+
+TEST_F(WithoutCurrentPair, EntryPointsGiveTheirFailureValueAndDoNothing) {
+    const VGPath path = createPath();
+    vguLine(path, 0, 0, 3, 4);
+    makeCurrent(nullptr, nullptr);
     VGfloat values[9] = {7};
     vgSeti(VG_FILL_RULE, -1);
     vgSetfv(VG_CLEAR_COLOR, 4, values);
@@ -139,7 +145,15 @@ TEST(CurrentPair, WithoutOneEntryPointsGiveTheirFailureValue) {
     vgSetParameteri(1, VG_PAINT_TYPE, 0);
     EXPECT_EQ(vgGetParameteri(1, VG_PAINT_TYPE), 0);
     EXPECT_EQ(vgGetParameterVectorSize(1, VG_PAINT_TYPE), 0);
+    EXPECT_EQ(createPath(), VG_INVALID_HANDLE);
+    EXPECT_EQ(vgPathLength(path, 0, 2), -1.0F);
+    EXPECT_EQ(vgGetPathCapabilities(path), 0U);
+    vgAppendPath(path, path);
+    vgDestroyPath(path);
     EXPECT_EQ(vgGetError(), VG_NO_CONTEXT_ERROR);
+    makeCurrent(context, surface);
+    EXPECT_EQ(vgPathLength(path, 0, 2), 5.0F);
+    EXPECT_EQ(vgGetError(), VG_NO_ERROR);
 }
 
 using ContextErrors = EngineFixture;

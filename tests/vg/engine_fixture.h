@@ -12,6 +12,18 @@
 
 namespace vg {
 
+/// Makes the calls one after the other; each must leave this error.
+template <class... Calls>
+void expectEach(VGErrorCode error, const Calls&... calls) {
+    int number = 0;
+    const auto expectOne = [&](const auto& call) {
+        call();
+        ++number;
+        EXPECT_EQ(vgGetError(), error) << "call " << number;
+    };
+    (expectOne(calls), ...);
+}
+
 /// A new context, current on a new surface of zero pixels, for the length of one test.
 struct EngineFixture : testing::Test {
     explicit EngineFixture(int32_t width = 16, int32_t height = 16,
@@ -23,6 +35,11 @@ struct EngineFixture : testing::Test {
     ~EngineFixture() override {
         destroyContext(context);
         destroySurface(surface);
+    }
+
+    static VGPath createPath(VGbitfield capabilities = VG_PATH_CAPABILITY_ALL) {
+        return vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1.0F, 0.0F, 0, 0,
+                            capabilities);
     }
 
     /// The pixel x columns from the left and y rows from the bottom.

@@ -99,10 +99,9 @@ TEST_F(CurrentSurface, ClearFillsTheRectangleFromTheBottomUp) {
     EXPECT_EQ(vgGetError(), VG_NO_ERROR);
     for (const VGint bad : {0, -1, INT_MIN}) {
         resizeSurface(surface, 16, 16);
-        vgClear(0, 0, bad, 10);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
-        vgClear(0, 0, 10, bad);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
+        expectEach(
+            VG_ILLEGAL_ARGUMENT_ERROR, [&] { vgClear(0, 0, bad, 10); },
+            [&] { vgClear(0, 0, 10, bad); });
         EXPECT_TRUE(isAllZero(*surface));
     }
 }

@@ -1,8 +1,8 @@
 // Masks and mask layers. Rendering to a mask draws the path in opaque black on a surface of its
 // own and combines the mask with its alpha.
 
-#include <algorithm>
 #include <new>
+#include <utility>
 
 #include "base/finite.h"
 #include "vg/context.h"

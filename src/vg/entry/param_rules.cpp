@@ -2,9 +2,9 @@
 
 #include "vg/entry/param_rules.h"
 
-#include <algorithm>
 #include <array>
 #include <iterator>
+#include <limits>
 
 #include "vg/image/image.h"
 

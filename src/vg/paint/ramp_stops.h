@@ -2,7 +2,6 @@
 
 #include "base/array.h"
 #include "vg/raster/paint/color_ramp.h"
-#include "vg/vg.h"
 
 namespace vg {
 

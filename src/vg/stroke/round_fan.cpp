@@ -6,6 +6,8 @@
 #include <cassert>
 #include <cmath>
 
+#include "vg/geometry/trigonometry.h"
+
 namespace vg {
 
 namespace {

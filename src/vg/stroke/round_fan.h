@@ -3,7 +3,6 @@
 #include <cstdint>
 
 #include "base/array.h"
-#include "vg/geometry/trigonometry.h"
 #include "vg/geometry/vector2.h"
 #include "vg/raster/geometry/polygon.h"
 

@@ -55,7 +55,7 @@ protected:
     }
 
     VGPath createPath(const std::vector<VGubyte>& segments, const std::vector<VGfloat>& data) {
-        const VGPath path = vgCreatePath(0, VG_PATH_DATATYPE_F, 1, 0, 0, 0, VG_PATH_CAPABILITY_ALL);
+        const VGPath path = EngineFixture::createPath();
         vgAppendPathData(path, static_cast<VGint>(segments.size()), segments.data(), data.data());
         return path;
     }

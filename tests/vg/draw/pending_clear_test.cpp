@@ -50,8 +50,7 @@ struct PendingClear : EngineFixture {
                 break;
         }
         setColor(within(0, 1) == 0 ? 1.0F : 0.4F);
-        const VGPath path =
-            vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1, 0, 0, 0, 0xFFF);
+        const VGPath path = createPath();
         const auto bottom = static_cast<float>(y), left = static_cast<float>(x);
         if (within(0, 2) == 0) {  // whole rows, which opaque colours overwrite
             vguRect(path, -1, bottom, kWidth + 2, static_cast<float>(size));

@@ -174,57 +174,43 @@ TEST_F(Masks, CallsRefuseWhatCannotBe) {
     const VGMaskLayer layer = vgCreateMaskLayer(4, 4);
     const VGImage image = imageOf(opaqueColors(4, 44), 2, 2);
     const VGPath path = rectanglePath(1, 1, 2, 2);
-    const auto expect = [](VGErrorCode code) { EXPECT_EQ(vgGetError(), code); };
     const float nan = std::numeric_limits<float>::quiet_NaN();
 
     for (const VGHandle bad : {VG_INVALID_HANDLE, path, layer + 100}) {
-        vgMask(bad, VG_SET_MASK, 0, 0, 1, 1);
-        expect(VG_BAD_HANDLE_ERROR);
-        vgFillMaskLayer(bad, 0, 0, 1, 1, 0.0F);
-        expect(VG_BAD_HANDLE_ERROR);
-        vgCopyMask(bad, 0, 0, 0, 0, 1, 1);
-        expect(VG_BAD_HANDLE_ERROR);
-        vgDestroyMaskLayer(bad);
-        expect(VG_BAD_HANDLE_ERROR);
+        expectEach(
+            VG_BAD_HANDLE_ERROR, [&] { vgMask(bad, VG_SET_MASK, 0, 0, 1, 1); },
+            [&] { vgFillMaskLayer(bad, 0, 0, 1, 1, 0.0F); },
+            [&] { vgCopyMask(bad, 0, 0, 0, 0, 1, 1); }, [&] { vgDestroyMaskLayer(bad); });
     }
-    vgRenderToMask(image, VG_FILL_PATH, VG_SET_MASK);
-    expect(VG_BAD_HANDLE_ERROR);
-    vgDestroyMaskLayer(image);
-    expect(VG_BAD_HANDLE_ERROR);
-    vgDestroyImage(layer);
-    expect(VG_BAD_HANDLE_ERROR);
+    expectEach(
+        VG_BAD_HANDLE_ERROR, [&] { vgRenderToMask(image, VG_FILL_PATH, VG_SET_MASK); },
+        [&] { vgDestroyMaskLayer(image); }, [&] { vgDestroyImage(layer); });
     vgGetParameteri(layer, VG_IMAGE_WIDTH);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
+    EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
 
     for (const VGint bad : {VG_CLEAR_MASK - 1, VG_SUBTRACT_MASK + 1}) {
-        vgMask(image, bad, 0, 0, 1, 1);
-        expect(VG_ILLEGAL_ARGUMENT_ERROR);
-        vgRenderToMask(path, VG_FILL_PATH, bad);
-        expect(VG_ILLEGAL_ARGUMENT_ERROR);
+        expectEach(
+            VG_ILLEGAL_ARGUMENT_ERROR, [&] { vgMask(image, bad, 0, 0, 1, 1); },
+            [&] { vgRenderToMask(path, VG_FILL_PATH, bad); });
     }
-    vgMask(image, VG_SET_MASK, 0, 0, 0, 1);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgMask(VG_INVALID_HANDLE, VG_FILL_MASK, 0, 0, 1, -1);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgRenderToMask(path, 4, VG_SET_MASK);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgRenderToMask(path, 0, VG_SET_MASK);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
+    expectEach(
+        VG_ILLEGAL_ARGUMENT_ERROR, [&] { vgMask(image, VG_SET_MASK, 0, 0, 0, 1); },
+        [&] { vgMask(VG_INVALID_HANDLE, VG_FILL_MASK, 0, 0, 1, -1); },
+        [&] { vgRenderToMask(path, 4, VG_SET_MASK); },
+        [&] { vgRenderToMask(path, 0, VG_SET_MASK); });
     for (const float bad : {-0.1F, 1.1F, INFINITY}) {
         vgFillMaskLayer(layer, 0, 0, 1, 1, bad);
-        expect(VG_ILLEGAL_ARGUMENT_ERROR);
+        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
     }
     vgFillMaskLayer(layer, 0, 0, 1, 1, nan);  // which is 0
-    expect(VG_NO_ERROR);
-    vgFillMaskLayer(layer, -1, 0, 1, 1, 0.0F);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgFillMaskLayer(layer, 0, 1, 1, 4, 0.0F);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgCopyMask(layer, 0, 0, 0, 0, INT_MIN, 1);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
+    EXPECT_EQ(vgGetError(), VG_NO_ERROR);
+    expectEach(
+        VG_ILLEGAL_ARGUMENT_ERROR, [&] { vgFillMaskLayer(layer, -1, 0, 1, 1, 0.0F); },
+        [&] { vgFillMaskLayer(layer, 0, 1, 1, 4, 0.0F); },
+        [&] { vgCopyMask(layer, 0, 0, 0, 0, INT_MIN, 1); });
     for (const VGint bad : {0, -1, 23171, INT_MAX}) {
         EXPECT_EQ(vgCreateMaskLayer(bad, 1), VG_INVALID_HANDLE);
-        expect(VG_ILLEGAL_ARGUMENT_ERROR);
+        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
     }
     EXPECT_EQ(values(), std::vector<uint8_t>(kWidth * kHeight, 255));
 }

@@ -86,12 +86,9 @@ TEST_F(MatrixEntry, BadArraysChangeNothing) {
     alignas(4) char bytes[64] = {};
     auto* const unaligned = reinterpret_cast<VGfloat*>(bytes + 1);
     for (VGfloat* bad : {static_cast<VGfloat*>(nullptr), unaligned}) {
-        vgLoadMatrix(bad);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
-        vgMultMatrix(bad);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
-        vgGetMatrix(bad);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
+        expectEach(
+            VG_ILLEGAL_ARGUMENT_ERROR, [&] { vgLoadMatrix(bad); }, [&] { vgMultMatrix(bad); },
+            [&] { vgGetMatrix(bad); });
     }
     EXPECT_EQ(currentFloats(), kIdentity);
 }

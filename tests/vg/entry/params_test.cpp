@@ -163,14 +163,10 @@ TEST_F(Params, UnknownTypesAndWrongShapesAreRefused) {
     VGint integers[9] = {};
     for (const VGint type : {0, -1, INT_MAX, INT_MIN, 0x10FF, 0x1107, 0x1117, 0x1172, 0x1194}) {
         SCOPED_TRACE(type);
-        vgSeti(type, 0);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
-        EXPECT_EQ(vgGetf(type), 0.0F);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
-        EXPECT_EQ(vgGetVectorSize(type), 0);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
-        vgSetiv(type, 1, integers);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
+        expectEach(
+            VG_ILLEGAL_ARGUMENT_ERROR, [&] { vgSeti(type, 0); },
+            [&] { EXPECT_EQ(vgGetf(type), 0.0F); }, [&] { EXPECT_EQ(vgGetVectorSize(type), 0); },
+            [&] { vgSetiv(type, 1, integers); });
     }
     const struct {
         VGint type, size;
@@ -206,17 +202,13 @@ TEST_F(Params, ArraysMustBeAlignedAndPresent) {
     auto* const unaligned = reinterpret_cast<VGfloat*>(bytes + 2);
     auto* const unalignedIntegers = reinterpret_cast<VGint*>(bytes + 1);
     for (const VGint type : {VG_CLEAR_COLOR, VG_STROKE_DASH_PATTERN, VG_SCISSOR_RECTS}) {
-        vgSetfv(type, 4, unaligned);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
-        vgSetiv(type, 4, unalignedIntegers);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
-        vgSetfv(type, 4, nullptr);
-        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
+        expectEach(
+            VG_ILLEGAL_ARGUMENT_ERROR, [&] { vgSetfv(type, 4, unaligned); },
+            [&] { vgSetiv(type, 4, unalignedIntegers); }, [&] { vgSetfv(type, 4, nullptr); });
     }
-    vgGetfv(VG_CLEAR_COLOR, 4, unaligned);
-    EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
-    vgGetiv(VG_CLEAR_COLOR, 4, nullptr);
-    EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
+    expectEach(
+        VG_ILLEGAL_ARGUMENT_ERROR, [&] { vgGetfv(VG_CLEAR_COLOR, 4, unaligned); },
+        [&] { vgGetiv(VG_CLEAR_COLOR, 4, nullptr); });
     vgSetfv(VG_STROKE_DASH_PATTERN, 0, nullptr);
     vgSetiv(VG_SCISSOR_RECTS, 0, nullptr);
     EXPECT_EQ(vgGetError(), VG_NO_ERROR);
@@ -254,10 +246,9 @@ TEST_F(Params, ListsBeyondAllMemoryAreRefusedBeforeTheyAreRead) {
     constexpr VGint kTooMany = 0x7FFFFFFC;
     vgSetiv(VG_SCISSOR_RECTS, 4, one);
     vgSetiv(VG_STROKE_DASH_PATTERN, 4, one);
-    vgSetiv(VG_SCISSOR_RECTS, kTooMany, one);
-    EXPECT_EQ(vgGetError(), VG_OUT_OF_MEMORY_ERROR);
-    vgSetiv(VG_STROKE_DASH_PATTERN, kTooMany, one);
-    EXPECT_EQ(vgGetError(), VG_OUT_OF_MEMORY_ERROR);
+    expectEach(
+        VG_OUT_OF_MEMORY_ERROR, [&] { vgSetiv(VG_SCISSOR_RECTS, kTooMany, one); },
+        [&] { vgSetiv(VG_STROKE_DASH_PATTERN, kTooMany, one); });
     EXPECT_EQ(vgGetVectorSize(VG_SCISSOR_RECTS), 4);
     EXPECT_EQ(vgGetVectorSize(VG_STROKE_DASH_PATTERN), 4);
     EXPECT_EQ(context->stroke.dashTotal, 4.0F);

@@ -5,11 +5,10 @@
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
-#include <cstring>
-#include <random>
 #include <vector>
 
 #include "vg/engine_fixture.h"
+#include "vg/image/image_samples.h"
 
 namespace vg {
 namespace {
@@ -21,25 +20,12 @@ VGImage makeImage(VGint format, VGint width, VGint height) {
     return vgCreateImage(format, width, height, VG_IMAGE_QUALITY_FASTER);
 }
 
-std::vector<uint32_t> randomWords(size_t count, uint32_t seed) {
-    std::mt19937 random(seed);
-    std::vector<uint32_t> words(count);
-    for (uint32_t& word : words) word = static_cast<uint32_t>(random()) | 0xFF000000;
-    return words;
-}
-
-std::vector<uint32_t> contents(VGImage image, VGint width, VGint height) {
-    std::vector<uint32_t> words(static_cast<size_t>(width * height));
-    vgGetImageSubData(image, words.data(), width * 4, VG_sARGB_8888, 0, 0, width, height);
-    return words;
-}
-
 TEST_F(Images, StartAsZerosAndTellTheirParameters) {
     const VGImage image = makeImage(VG_sRGB_565, 7, 3);
     EXPECT_EQ(vgGetParameteri(image, VG_IMAGE_FORMAT), VG_sRGB_565);
     EXPECT_EQ(vgGetParameteri(image, VG_IMAGE_WIDTH), 7);
     EXPECT_EQ(vgGetParameterf(image, VG_IMAGE_HEIGHT), 3.0F);
-    EXPECT_EQ(contents(image, 7, 3), std::vector<uint32_t>(21, 0xFF000000));
+    EXPECT_EQ(contentsOf(image), std::vector<uint32_t>(21, 0xFF000000));
     vgSetParameteri(image, VG_IMAGE_WIDTH, 9);  // read-only: ignored
     EXPECT_EQ(vgGetError(), VG_NO_ERROR);
     vgSetParameteri(image, VG_PAINT_TYPE, 0);
@@ -76,33 +62,25 @@ TEST_F(Images, CallsRefuseBadHandlesSizesAndMemory) {
     const VGPaint paint = vgCreatePaint();
     uint32_t words[16] = {};
     auto* bytes = reinterpret_cast<uint8_t*>(words);
-    const auto expect = [](VGErrorCode code) { EXPECT_EQ(vgGetError(), code); };
     for (const VGHandle bad : {VG_INVALID_HANDLE, paint, image + 2}) {
-        vgClearImage(bad, 0, 0, 1, 1);
-        expect(VG_BAD_HANDLE_ERROR);
-        vgImageSubData(bad, words, 16, VG_sARGB_8888, 0, 0, 4, 4);
-        expect(VG_BAD_HANDLE_ERROR);
-        vgCopyImage(image, 0, 0, bad, 0, 0, 1, 1, VG_FALSE);
-        expect(VG_BAD_HANDLE_ERROR);
-        vgSetPixels(0, 0, bad, 0, 0, 1, 1);
-        expect(VG_BAD_HANDLE_ERROR);
-        vgDestroyImage(bad);
-        expect(VG_BAD_HANDLE_ERROR);
+        expectEach(
+            VG_BAD_HANDLE_ERROR, [&] { vgClearImage(bad, 0, 0, 1, 1); },
+            [&] { vgImageSubData(bad, words, 16, VG_sARGB_8888, 0, 0, 4, 4); },
+            [&] { vgCopyImage(image, 0, 0, bad, 0, 0, 1, 1, VG_FALSE); },
+            [&] { vgSetPixels(0, 0, bad, 0, 0, 1, 1); }, [&] { vgDestroyImage(bad); });
     }
     vgImageSubData(image, words, 16, 0x46, 0, 0, 4, 4);
-    expect(VG_UNSUPPORTED_IMAGE_FORMAT_ERROR);
-    vgImageSubData(image, nullptr, 16, VG_sARGB_8888, 0, 0, 4, 4);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgImageSubData(image, bytes + 2, 16, VG_sARGB_8888, 0, 0, 1, 1);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
+    EXPECT_EQ(vgGetError(), VG_UNSUPPORTED_IMAGE_FORMAT_ERROR);
+    expectEach(
+        VG_ILLEGAL_ARGUMENT_ERROR,
+        [&] { vgImageSubData(image, nullptr, 16, VG_sARGB_8888, 0, 0, 4, 4); },
+        [&] { vgImageSubData(image, bytes + 2, 16, VG_sARGB_8888, 0, 0, 1, 1); });
     vgImageSubData(image, bytes + 1, 16, VG_A_4, 0, 0, 1, 1);
-    expect(VG_NO_ERROR);
-    vgGetImageSubData(image, words, 16, VG_sARGB_8888, 0, 0, 0, 4);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgClearImage(image, 0, 0, 4, -4);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgCopyPixels(0, 0, 1, 1, INT_MIN, 4);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
+    EXPECT_EQ(vgGetError(), VG_NO_ERROR);
+    expectEach(
+        VG_ILLEGAL_ARGUMENT_ERROR,
+        [&] { vgGetImageSubData(image, words, 16, VG_sARGB_8888, 0, 0, 0, 4); },
+        [&] { vgClearImage(image, 0, 0, 4, -4); }, [&] { vgCopyPixels(0, 0, 1, 1, INT_MIN, 4); });
 }
 
 TEST_F(Images, LiveAsLongAsTheyAreHeld) {
@@ -118,7 +96,7 @@ TEST_F(Images, LiveAsLongAsTheyAreHeld) {
 }
 
 TEST_F(Images, RectanglesAreCutAtBothSides) {
-    const auto words = randomWords(64, 21);
+    const auto words = opaqueColors(64, 21);
     const struct {
         const char* name;
         VGint x, y, width, height;
@@ -134,7 +112,7 @@ TEST_F(Images, RectanglesAreCutAtBothSides) {
         vgImageSubData(image, words.data(), 8 * 4, VG_sARGB_8888, c.x, c.y, c.width, c.height);
         std::vector<uint32_t> back(64, 7);
         vgGetImageSubData(image, back.data(), 8 * 4, VG_sARGB_8888, c.x, c.y, c.width, c.height);
-        const auto all = contents(image, 6, 6);
+        const auto all = contentsOf(image);
         for (int64_t y = 0; y < 8; ++y) {
             for (int64_t x = 0; x < 8; ++x) {
                 const bool isCopied = x < c.width && y < c.height && c.x + x >= 0 && c.x + x < 6 &&
@@ -159,7 +137,7 @@ TEST_F(Images, EveryFormatKeepsTheColorsItCanHold) {
         const VGfloat white[] = {1, 1, 1, 1};
         vgSetfv(VG_CLEAR_COLOR, 4, white);
         vgClearImage(image, 1, 1, 3, INT_MAX);
-        const auto words = contents(image, 11, 5);
+        const auto words = contentsOf(image);
         for (int y = 0; y < 5; ++y) {
             for (int x = 0; x < 11; ++x) {
                 const uint32_t word = words[static_cast<size_t>(y * 11 + x)];
@@ -174,7 +152,7 @@ TEST_F(Images, EveryFormatKeepsTheColorsItCanHold) {
 TEST_F(Images, CopiesWithinOneImageMayOverlap) {
     for (const VGint format : {VG_sARGB_8888, VG_sRGB_565, VG_A_4, VG_BW_1}) {
         const VGImage from = makeImage(format, 13, 9);
-        const auto words = randomWords(13 * 9, 22);
+        const auto words = opaqueColors(13 * 9, 22);
         for (const int dx : {-3, 0, 2}) {
             for (const int dy : {-1, 0, 4}) {
                 vgImageSubData(from, words.data(), 13 * 4, VG_sARGB_8888, 0, 0, 13, 9);
@@ -182,7 +160,7 @@ TEST_F(Images, CopiesWithinOneImageMayOverlap) {
                 vgCopyImage(apart, 0, 0, from, 0, 0, 13, 9, VG_FALSE);
                 vgCopyImage(apart, 2 + dx, 1 + dy, from, 2, 1, 9, 7, VG_TRUE);
                 vgCopyImage(from, 2 + dx, 1 + dy, from, 2, 1, 9, 7, VG_FALSE);
-                ASSERT_EQ(contents(from, 13, 9), contents(apart, 13, 9)) << dx << ", " << dy;
+                ASSERT_EQ(contentsOf(from), contentsOf(apart)) << dx << ", " << dy;
                 vgDestroyImage(apart);
             }
         }
@@ -193,7 +171,7 @@ TEST_F(Images, CopiesWithinOneImageMayOverlap) {
 }
 
 TEST_F(SurfacePixels, AreCopiedBottomRowFirst) {
-    const auto words = randomWords(12, 23);
+    const auto words = opaqueColors(12, 23);
     vgWritePixels(words.data(), 16, VG_sARGB_8888_PRE, 2, 5, 4, 3);
     EXPECT_EQ(pixelAt(2, 5), words[0]);
     EXPECT_EQ(pixelAt(5, 7), words[11]);
@@ -201,7 +179,7 @@ TEST_F(SurfacePixels, AreCopiedBottomRowFirst) {
 
     const VGImage image = makeImage(VG_sRGBA_8888_PRE, 4, 3);
     vgGetPixels(image, 0, 0, 2, 5, 4, 3);
-    EXPECT_EQ(contents(image, 4, 3), words);
+    EXPECT_EQ(contentsOf(image), words);
     vgSetPixels(-1, 0, image, 0, 0, 4, 3);
     EXPECT_EQ(pixelAt(0, 0), words[1]);
     std::vector<uint32_t> back(12);
@@ -298,7 +276,7 @@ TEST(SurfaceFormats, KeepTheColorsOfClearsAndCopies) {
         vgSetPixels(1, 3, from, 0, 0, 3, 1);
         vgCopyPixels(0, 0, 1, 3, 3, 1);
         vgGetPixels(to, 0, 0, 0, 0, 3, 1);
-        const auto words = contents(to, 3, 1);
+        const auto words = contentsOf(to);
         for (size_t i = 0; i < 3; ++i) {
             EXPECT_LE(largestDifference(words[i], colors[i]), 3) << std::hex << words[i];
         }

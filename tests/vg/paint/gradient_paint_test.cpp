@@ -14,8 +14,7 @@ namespace {
 /// A paint that fills, and a path over the whole surface of 16 x 16 pixels.
 struct GradientPaint : EngineFixture {
     GradientPaint() : paint(vgCreatePaint()) {
-        path = vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1.0F, 0.0F, 0, 0,
-                            VG_PATH_CAPABILITY_ALL);
+        path = createPath();
         vguRect(path, 0, 0, 16, 16);
         vgSetPaint(paint, VG_FILL_PATH);
     }

@@ -61,44 +61,34 @@ TEST_F(PaintObjects, ASetPaintOutlivesItsHandle) {
 
 TEST_F(PaintObjects, BadHandlesModesAndParametersAreRefused) {
     const VGPaint paint = vgCreatePaint();
-    const VGPath path = vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1.0F, 0.0F, 0, 0,
-                                     VG_PATH_CAPABILITY_ALL);
-    const auto expect = [](VGErrorCode code) { EXPECT_EQ(vgGetError(), code); };
+    const VGPath path = createPath();
     for (const VGHandle bad : {path, paint + 2, 0xFFFFFFFFU}) {
-        vgSetPaint(bad, VG_FILL_PATH);
-        expect(VG_BAD_HANDLE_ERROR);
-        vgSetColor(bad, 0);
-        expect(VG_BAD_HANDLE_ERROR);
-        EXPECT_EQ(vgGetColor(bad), 0U);
-        expect(VG_BAD_HANDLE_ERROR);
-        vgDestroyPaint(bad);
-        expect(VG_BAD_HANDLE_ERROR);
+        expectEach(
+            VG_BAD_HANDLE_ERROR, [&] { vgSetPaint(bad, VG_FILL_PATH); },
+            [&] { vgSetColor(bad, 0); }, [&] { EXPECT_EQ(vgGetColor(bad), 0U); },
+            [&] { vgDestroyPaint(bad); });
     }
     for (const VGbitfield modes : {0U, 4U, 7U, 0x80000001U}) {
         vgSetPaint(paint, modes);
-        expect(VG_ILLEGAL_ARGUMENT_ERROR);
+        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
     }
     for (const VGint mode : {0, 3, -1}) {
         EXPECT_EQ(vgGetPaint(mode), VG_INVALID_HANDLE);
-        expect(VG_ILLEGAL_ARGUMENT_ERROR);
+        EXPECT_EQ(vgGetError(), VG_ILLEGAL_ARGUMENT_ERROR);
     }
     EXPECT_EQ(context->fillPaint, nullptr);
 
     const VGfloat color[4] = {};
-    vgSetParameterfv(paint, VG_PAINT_COLOR, 3, color);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgSetParameterf(paint, VG_PAINT_COLOR, 1);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgSetParameteri(paint, VG_PAINT_TYPE, VG_PAINT_TYPE_COLOR - 1);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgSetParameteri(paint, VG_PATH_SCALE, 1);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    EXPECT_EQ(vgGetParameterVectorSize(path, VG_PAINT_COLOR), 0);
-    expect(VG_ILLEGAL_ARGUMENT_ERROR);
-    vgSetParameteri(paint + 2, VG_PAINT_TYPE, VG_PAINT_TYPE_COLOR);
-    expect(VG_BAD_HANDLE_ERROR);
-    EXPECT_EQ(vgGetParameterf(VG_INVALID_HANDLE, VG_PAINT_TYPE), 0.0F);
-    expect(VG_BAD_HANDLE_ERROR);
+    expectEach(
+        VG_ILLEGAL_ARGUMENT_ERROR, [&] { vgSetParameterfv(paint, VG_PAINT_COLOR, 3, color); },
+        [&] { vgSetParameterf(paint, VG_PAINT_COLOR, 1); },
+        [&] { vgSetParameteri(paint, VG_PAINT_TYPE, VG_PAINT_TYPE_COLOR - 1); },
+        [&] { vgSetParameteri(paint, VG_PATH_SCALE, 1); },
+        [&] { EXPECT_EQ(vgGetParameterVectorSize(path, VG_PAINT_COLOR), 0); });
+    expectEach(
+        VG_BAD_HANDLE_ERROR,
+        [&] { vgSetParameteri(paint + 2, VG_PAINT_TYPE, VG_PAINT_TYPE_COLOR); },
+        [&] { EXPECT_EQ(vgGetParameterf(VG_INVALID_HANDLE, VG_PAINT_TYPE), 0.0F); });
     vgDestroyPath(path);
 }
 

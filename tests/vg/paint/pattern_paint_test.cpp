@@ -112,15 +112,10 @@ TEST_F(PatternPaint, HoldsItsImage) {
 }
 
 TEST_F(PatternPaint, RefusesOtherHandles) {
-    const auto expect = [](VGErrorCode code) { EXPECT_EQ(vgGetError(), code); };
-    vgPaintPattern(image, image);
-    expect(VG_BAD_HANDLE_ERROR);
-    vgPaintPattern(VG_INVALID_HANDLE, image);
-    expect(VG_BAD_HANDLE_ERROR);
-    vgPaintPattern(paint, paint);
-    expect(VG_BAD_HANDLE_ERROR);
-    vgPaintPattern(paint, image + 100);
-    expect(VG_BAD_HANDLE_ERROR);
+    expectEach(
+        VG_BAD_HANDLE_ERROR, [&] { vgPaintPattern(image, image); },
+        [&] { vgPaintPattern(VG_INVALID_HANDLE, image); }, [&] { vgPaintPattern(paint, paint); },
+        [&] { vgPaintPattern(paint, image + 100); });
     EXPECT_EQ(context->findPaint(paint)->pattern, context->findImage(image));
 }
 

@@ -91,8 +91,7 @@ TEST_F(PathPool, KeepsToItsLimits) {
         const std::vector<VGubyte> segments(segmentsEach, VG_CLOSE_PATH);
         const VGfloat none = 0;
         for (int i = 0; i < 2 * vg::PathPool::kMaxPaths; ++i) {
-            paths.push_back(vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1, 0, 0, 0,
-                                         VG_PATH_CAPABILITY_ALL));
+            paths.push_back(createPath());
             vgAppendPathData(paths.back(), static_cast<VGint>(segmentsEach), segments.data(),
                              &none);
         }

@@ -14,8 +14,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 struct PathQueryTest : EngineFixture {
     VGPath create(const Commands& commands) {
-        const VGPath path = vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1, 0, 0, 0,
-                                         VG_PATH_CAPABILITY_ALL);
+        const VGPath path = createPath();
         appendAll(*context->findPath(path), commands);
         return path;
     }
@@ -184,6 +183,12 @@ TEST_F(PathQueryTest, PointsAlongSpecialPaths) {
     VGfloat only = -9;
     vgPointAlongPath(path, 0, 5, 1, &only, nullptr, nullptr, nullptr);
     EXPECT_EQ(only, -9) << "a point is written whole or not at all";
+    EXPECT_EQ(vgGetError(), VG_NO_ERROR);
+    vgRemovePathCapabilities(path, VG_PATH_CAPABILITY_TANGENT_ALONG_PATH);
+    VGfloat v[4] = {};
+    vgPointAlongPath(path, 0, 5, 2, v, v + 1, v + 2, v + 3);
+    EXPECT_EQ(vgGetError(), VG_PATH_CAPABILITY_ERROR) << "each of the two must be allowed";
+    vgPointAlongPath(path, 0, 5, 2, v, v + 1, nullptr, nullptr);
     EXPECT_EQ(vgGetError(), VG_NO_ERROR);
 }
 

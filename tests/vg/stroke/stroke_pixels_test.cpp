@@ -96,8 +96,7 @@ protected:
 
     void draw(const test::Commands& commands) {
         vgClear(0, 0, kSide, kSide);
-        const VGPath path = vgCreatePath(VG_PATH_FORMAT_STANDARD, VG_PATH_DATATYPE_F, 1, 0, 0, 0,
-                                         VG_PATH_CAPABILITY_ALL);
+        const VGPath path = createPath();
         std::vector<float> coordinates;
         std::vector<VGubyte> segments;
         for (const test::Command& command : commands) {
