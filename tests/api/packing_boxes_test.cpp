@@ -87,8 +87,8 @@ TEST_F(PackingBoxes, LeaveOutWhatPaintsNothing) {
         "<rect width='9' height='9' fill-opacity='0'/>",
         "<rect width='9' height='9' visibility='hidden'/>",
         "<rect width='9' height='9' fill='url(#nothing)'/>",
-        "<linearGradient id='g'><stop stop-opacity='0'/></linearGradient>"
-        "<rect width='9' height='9' fill='url(#g)'/>",
+        ("<linearGradient id='g'><stop stop-opacity='0'/></linearGradient>"
+         "<rect width='9' height='9' fill='url(#g)'/>"),
         "<path d='M1 1H9M2 2L7 7Z'/>",
         "<rect width='9' height='9' transform='scale(1,0)' stroke='red'/>",
         "<text>words</text>",

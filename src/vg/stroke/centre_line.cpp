@@ -120,7 +120,7 @@ private:
     /// Precondition: from here to t the curve turns by less than half a turn in all.
     void addEvenSteps(double end, double count, int depth) noexcept {
         const double most = std::min(1.0 * steps_.spare + 1.0, kMostPieces);
-        const auto steps = static_cast<int32_t>(std::clamp(count, 2.0, most));
+        const auto steps = static_cast<int32_t>(count >= 2.0 ? std::min(count, most) : 2.0);  // NaN
         const double start = from_.t;
         const double step = (end - start) / steps;
         takeSteps(steps);
