@@ -63,9 +63,10 @@ std::string zshScript(const CLI::App& app) {
         script += "    " + command->get_name() + ") _arguments";
         for (const CLI::Option* option : command->get_options()) {
             const std::string value = takesValue(*option) ? ":value:_files" : "";
-            for (const std::string& flag : flagsOf(*option))
-                script +=
-                    " '" + flag + "[" + shortHelp(option->get_description()) + "]" + value + "'";
+            const std::string help = "[" + shortHelp(option->get_description()) + "]" + value + "'";
+            for (const std::string& flag : flagsOf(*option)) {
+                script.append(" '").append(flag).append(help);
+            }
         }
         script += " '*:file:_files' ;;\n";
     }

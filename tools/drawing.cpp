@@ -139,10 +139,11 @@ void Drawing::drawInTiles(const PictureSize& size, const TakeRows& take) const {
             showPart(surface, size, placement_.rotation, x, y);
             requireSuccess(quorDocDraw(document->get(), surface.get(), placement_.quality));
             const Overlap across(x, size.width);
-            for (std::size_t row = 0; row < vertical.count(); ++row)
+            for (std::size_t row = 0; row < vertical.count(); ++row) {
                 std::copy_n(tile + (vertical.skipped + row) * kTile + across.skipped,
                             across.count(),
                             &rows[row * size.width + static_cast<std::size_t>(across.first)]);
+            }
         }
         take(rows.data(), static_cast<std::uint32_t>(vertical.count()));
     }

@@ -12,6 +12,7 @@ void watchInputs(const std::vector<std::string>& named,
     for (;;) {
         std::vector<FoundFile> inputs = findDrawings(named);
         std::vector<std::string> paths;
+        paths.reserve(inputs.size());
         for (const FoundFile& input : inputs) paths.push_back(input.path);
         const std::vector<std::string> changes = watch.changesSince(paths);
         std::erase_if(inputs, [&changes](const FoundFile& input) {
